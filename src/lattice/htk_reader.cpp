@@ -1,0 +1,267 @@
+#include "lattice/htk_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <initializer_list>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+
+#include "lattice/number_text.h"
+
+namespace quorbel {
+namespace {
+
+constexpr std::string_view kBlanks = " \t";
+constexpr std::string_view kKeyEnd = " =\t\n\r";
+constexpr std::string_view kValueEnd = "\t\n\r #";
+constexpr int kNotGiven = -1;
+
+struct EndPoints {
+  int start = kNotGiven;
+  int end = kNotGiven;
+};
+
+/// Finds the lines "start=" and "end=" before anything else is read, since they may stand anywhere.
+/// A longer line counts as several, each of at most kLongestLine bytes.
+EndPoints findEndPoints(const std::string& path) {
+  constexpr int kLongestLine = 2000;
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rt"),
+                                                             &std::fclose);
+  if (!file) {
+    std::cerr << "ERROR: can't open: " << path << std::endl;
+    std::exit(1);
+  }
+  EndPoints points;
+  std::array<char, kLongestLine + 1> line;
+  while (std::fgets(line.data(), static_cast<int>(line.size()), file.get())) {
+    if (line[0] != 's' && line[0] != 'e') continue;  // sscanf would measure the line first
+    int node = 0;
+    if (std::sscanf(line.data(), "start=%d", &node) == 1)
+      points.start = node;
+    else if (std::sscanf(line.data(), "end=%d", &node) == 1)
+      points.end = node;
+  }
+  return points;
+}
+
+bool isOneOf(std::string_view key, std::initializer_list<std::string_view> names) {
+  return std::find(names.begin(), names.end(), key) != names.end();
+}
+
+bool endsLine(char c) { return c == '\n' || c == '\r' || c == '\0'; }
+
+/// Takes a quoted word that begins at `pos`; false when it runs past the line.
+bool takeQuoted(std::string_view line, std::size_t& pos, std::string& word) {
+  for (++pos; pos < line.size() && line[pos] != '"'; ++pos) {
+    if (line[pos] == '\\' && ++pos == line.size()) return false;
+    word += line[pos];
+  }
+  if (pos == line.size()) return false;
+  ++pos;
+  return true;
+}
+
+/// Takes an XML fragment that begins at `pos`: all that stands up to where the angle brackets
+/// balance for the last time on the line. False when they are still open at its end.
+bool takeXml(std::string_view line, std::size_t& pos, std::string& word) {
+  const std::size_t begin = pos;
+  const std::size_t lastOpening = line.rfind('<');
+  int depth = 0;
+  for (; pos < line.size(); ++pos) {
+    if (line[pos] == '<')
+      ++depth;
+    else if (line[pos] == '>')
+      --depth;
+    else
+      continue;
+    if (depth == 0 && pos >= lastOpening) {
+      ++pos;
+      break;
+    }
+  }
+  word = line.substr(begin, pos - begin);
+  return depth <= 0;
+}
+
+/// Puts the records of one file into a graph, line by line.
+class LatticeReading {
+ public:
+  LatticeReading(Graph& graph, const std::string& path, const EndPoints& points)
+      : m_Graph(graph), m_Path(path), m_Points(points) {}
+
+  std::string read(std::istream& stream);
+
+ private:
+  enum class Record { None, Node, Link };
+
+  /// What the fields of a line have said so far.
+  struct Line {
+    Record type = Record::None;
+    int index = 0;  ///< node index or link id
+    int linkStart = 1;
+    int linkEnd = 1;
+    ScoreMap scores;  ///< of a link; those of a node go straight into the graph
+    std::string word;
+  };
+
+  std::string readLine(std::string_view text);
+  std::string takeField(std::string_view text, std::size_t& pos);
+  std::string store(std::string_view key, std::string_view value);
+  std::string replaceLattice(int count);
+  void storeScore(ScoreMap& scores, std::string_view key, std::string_view value) const;
+  void addLink();
+  std::string finish();
+  std::string syntaxError(long lineNumber) const;
+
+  bool isNodeIndex(int index) const {
+    return m_Graph.adjacency && index >= 0 && index < m_Graph.adjacency->nodeCount;
+  }
+
+  Graph& m_Graph;
+  const std::string& m_Path;
+  const EndPoints m_Points;
+  Line m_Line;
+  long m_LineNumber = 1;
+  bool m_CountGiven = false;
+};
+
+std::string LatticeReading::syntaxError(long lineNumber) const {
+  return m_Path + ": syntax error line " + std::to_string(lineNumber);
+}
+
+std::string LatticeReading::read(std::istream& stream) {
+  std::string text;
+  while (std::getline(stream, text) && !stream.eof()) {
+    if (std::string error = readLine(text); !error.empty()) return error;
+    ++m_LineNumber;
+  }
+  if (!stream.eof()) return m_Path + " : file not found or permission denied";
+  if (m_CountGiven) return finish();
+  const bool endsWithLineEnd = text.empty();
+  return syntaxError(endsWithLineEnd ? std::max(1L, m_LineNumber - 1) : m_LineNumber);
+}
+
+std::string LatticeReading::readLine(std::string_view text) {
+  m_Line = Line();
+  for (std::size_t pos = text.find_first_not_of(kBlanks);
+       pos < text.size() && !endsLine(text[pos]) && text[pos] != '#';
+       pos = text.find_first_not_of(kBlanks, pos)) {
+    if (std::string error = takeField(text, pos); !error.empty()) return error;
+  }
+  if (m_Line.type == Record::Link) addLink();
+  return "";
+}
+
+/// Handles the field whose key begins at `pos` and moves `pos` behind it, to the end of the line
+/// when the rest of it does not count.
+std::string LatticeReading::takeField(std::string_view text, std::size_t& pos) {
+  const std::size_t keyEnd = std::min(text.find_first_of(kKeyEnd, pos), text.size());
+  const std::string_view key = text.substr(pos, keyEnd - pos);
+  if (isOneOf(key, {"VERSION", "version", "UTTERANCE", "utterance", "LMSCALE", "lmscale",
+                    "WDPENALTY", "wdpenalty", "CONTEXT", "context"})) {
+    pos = text.size();
+    return "";
+  }
+  pos = text.find_first_not_of(kBlanks, keyEnd);
+  if (pos == std::string_view::npos || text[pos] != '=') return syntaxError(m_LineNumber);
+  pos = std::min(text.find_first_not_of(kBlanks, pos + 1), text.size());
+
+  if (isOneOf(key, {"W", "WORD", "word"})) {
+    const char first = pos < text.size() ? text[pos] : '\0';
+    m_Line.word.clear();
+    const bool taken = first == '"'   ? takeQuoted(text, pos, m_Line.word)
+                       : first == '<' ? takeXml(text, pos, m_Line.word)
+                                      : false;
+    return taken ? "" : syntaxError(m_LineNumber);
+  }
+  const std::size_t begin = pos;
+  pos = std::min(text.find_first_of(kValueEnd, begin), text.size());
+  return store(key, text.substr(begin, pos - begin));
+}
+
+std::string LatticeReading::store(std::string_view key, std::string_view value) {
+  if (key == "I") {
+    m_Line.index = parseInt(value);
+    m_Line.type = Record::Node;
+    if (!isNodeIndex(m_Line.index)) return syntaxError(m_LineNumber);
+  } else if (key == "J") {
+    m_Line.index = parseInt(value);
+    m_Line.type = Record::Link;
+  } else if (isOneOf(key, {"S", "START", "start"})) {
+    m_Line.linkStart = parseInt(value);
+  } else if (isOneOf(key, {"E", "END", "end"})) {
+    m_Line.linkEnd = parseInt(value);
+  } else if (isOneOf(key, {"N", "NODES", "nodes"})) {
+    return replaceLattice(parseInt(value));
+  } else if (isOneOf(key, {"L", "LINKS", "links"})) {
+    // how many links there are shows when they come
+  } else if (m_Line.type == Record::Link) {
+    if (!isOneOf(key, {"t", "TIME", "time"})) storeScore(m_Line.scores, key, value);
+  } else if (m_Line.type == Record::Node) {
+    Node& node = m_Graph.nodes[static_cast<std::size_t>(m_Line.index)];
+    if (isOneOf(key, {"t", "TIME", "time"}))
+      node.time = parseDouble(value);
+    else
+      storeScore(node.scores, key, value);
+  }
+  return "";
+}
+
+void LatticeReading::storeScore(ScoreMap& scores, std::string_view key,
+                                std::string_view value) const {
+  const double score = parseDouble(value);
+  scores[std::string(key)] = m_Graph.scoresNegated ? -score : score;
+}
+
+std::string LatticeReading::replaceLattice(int count) {
+  if (count < 1 || count > kMostNodes)
+    return "Bad number of node in HTK file : " + std::to_string(count);
+  const auto given = [count](int node, int otherwise) {
+    return node >= 0 && node < count ? node : otherwise;
+  };
+  m_Graph.adjacency = std::make_unique<LatticeAdjacency>(count, given(m_Points.start, 0),
+                                                         given(m_Points.end, count - 1));
+  m_Graph.nodes.assign(m_Graph.adjacency->outgoing.size(), Node());
+  m_CountGiven = true;
+  if (m_Line.type == Record::Node && !isNodeIndex(m_Line.index)) return syntaxError(m_LineNumber);
+  return "";
+}
+
+void LatticeReading::addLink() {
+  if (!m_Line.scores.empty()) currentScoreName = m_Line.scores.begin()->first;
+  if (!m_Graph.adjacency) return;  // no count was ever given: there is no lattice to link
+  addEdge(*m_Graph.adjacency, m_Line.linkStart, m_Line.linkEnd, std::move(m_Line.scores),
+          std::move(m_Line.word), m_Line.index);
+}
+
+std::string LatticeReading::finish() {
+  LatticeAdjacency& adjacency = *m_Graph.adjacency;
+  const std::size_t count = static_cast<std::size_t>(adjacency.nodeCount);
+  const double lastTime = m_Graph.nodes[count - 1].time;
+  for (std::size_t i = 0; i < count; ++i) m_Graph.nodes[i].time /= lastTime;
+  for (std::size_t i = 0; i < count; ++i) {
+    for (Edge& edge : adjacency.outgoing[i]) {
+      for (const auto& [name, score] : m_Graph.nodes[static_cast<std::size_t>(edge.endNode)].scores)
+        edge.scores[name] += score;
+    }
+  }
+  return "";
+}
+
+}  // namespace
+
+std::string readHtkLattice(Graph& graph, const std::string& path) {
+  std::ifstream stream(path);
+  // the standard library's own error for a text made of nothing
+  if (!stream) throw std::logic_error("basic_string: construction from null is not valid");
+  const EndPoints points = findEndPoints(path);
+  return LatticeReading(graph, path, points).read(stream);
+}
+
+}  // namespace quorbel
