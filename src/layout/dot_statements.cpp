@@ -5,8 +5,6 @@
 #include <cctype>
 #include <charconv>
 #include <istream>
-#include <map>
-#include <string_view>
 
 #include "lattice/number_text.h"
 
@@ -123,35 +121,6 @@ std::string takeQuotedValue(std::string_view text, std::size_t& pos) {
   return value;
 }
 
-/// The attributes of a statement of today's form, from behind its opening bracket.
-std::map<std::string, std::string, std::less<>> attributesOf(std::string_view text) {
-  std::map<std::string, std::string, std::less<>> attributes;
-  std::size_t pos = 0;
-  while (pos < text.size() && text[pos] != ']') {
-    if (!isNameCharacter(text[pos])) {
-      ++pos;
-      continue;
-    }
-    const std::size_t begin = pos;
-    while (pos < text.size() && isNameCharacter(text[pos])) ++pos;
-    const std::string name(text.substr(begin, pos - begin));
-    pos = text.find_first_not_of(kBlanks, pos);
-    if (pos == std::string_view::npos) break;
-    if (text[pos] != '=') continue;
-    pos = std::min(text.find_first_not_of(kBlanks, pos + 1), text.size());
-    std::string value;
-    if (pos < text.size() && text[pos] == '"') {
-      value = takeQuotedValue(text, pos);
-    } else {
-      const std::size_t end = std::min(text.find_first_of(",] \t\n", pos), text.size());
-      value = text.substr(pos, end - pos);
-      pos = end;
-    }
-    attributes[name] = isPosition(name) ? listInFull(value) : value;
-  }
-  return attributes;
-}
-
 /// A statement of today's form in that of old, with what the layout reader looks for and no more.
 std::string inOldForm(std::string_view statement) {
   const std::size_t bracket = statement.find('[');
@@ -160,7 +129,8 @@ std::string inOldForm(std::string_view statement) {
   head = head.substr(0, head.find_last_not_of(" \t\n") + 1);
   if (head == "node" || head == "edge") return "";
 
-  const auto attributes = attributesOf(statement.substr(bracket + 1));
+  std::size_t pos = bracket + 1;
+  const DotAttributes attributes = takeDotAttributes(statement, pos);
   std::string line;
   const auto add = [&](const std::string& name, const std::string& value) {
     line += (line.empty() ? "" : ", ") + name + "=\"" + value + '"';
@@ -183,6 +153,33 @@ std::string inOldForm(std::string_view statement) {
 }
 
 }  // namespace
+
+DotAttributes takeDotAttributes(std::string_view text, std::size_t& pos) {
+  DotAttributes attributes;
+  while (pos < text.size() && text[pos] != ']') {
+    if (!isNameCharacter(text[pos])) {
+      ++pos;
+      continue;
+    }
+    const std::size_t begin = pos;
+    while (pos < text.size() && isNameCharacter(text[pos])) ++pos;
+    const std::string name(text.substr(begin, pos - begin));
+    pos = std::min(text.find_first_not_of(kBlanks, pos), text.size());
+    if (pos == text.size()) break;
+    if (text[pos] != '=') continue;
+    pos = std::min(text.find_first_not_of(kBlanks, pos + 1), text.size());
+    std::string value;
+    if (pos < text.size() && text[pos] == '"') {
+      value = takeQuotedValue(text, pos);
+    } else {
+      const std::size_t end = std::min(text.find_first_of(",] \t\n", pos), text.size());
+      value = text.substr(pos, end - pos);
+      pos = end;
+    }
+    attributes[name] = isPosition(name) ? listInFull(value) : value;
+  }
+  return attributes;
+}
 
 bool DotStatements::takeLine(std::string& line) {
   if (m_Ahead) {

@@ -4,8 +4,10 @@
 // reader scans.
 
 #include <iosfwd>
+#include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace quorbel {
 
@@ -44,6 +46,15 @@ class DotStatements {
   std::istream& m_Stream;
   std::optional<std::string> m_Ahead;  ///< a line that was looked at but not taken
 };
+
+/// The values of a statement's attributes by their names.
+using DotAttributes = std::map<std::string, std::string, std::less<>>;
+
+/// Reads the attributes of one statement of `text` from `pos`, right behind the opening bracket. A
+/// value comes without its quotes and put together where `dot` wrapped it, with kInnerQuote and
+/// numbers as above. `pos` moves to the closing bracket, or to the end of `text` or behind it where
+/// that cuts the statement off.
+DotAttributes takeDotAttributes(std::string_view text, std::size_t& pos);
 
 /// `text` with its escaped double quotes back in place.
 std::string withInnerQuotes(std::string text);

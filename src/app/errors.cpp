@@ -1,0 +1,31 @@
+// What the user is told when something fails: the error box, and the last resort for exceptions.
+
+#include <iostream>
+
+#include "app/main_window.h"
+#include "app/user_text.h"
+
+namespace quorbel {
+
+void MainWindow::show_error(Gtk::Window& parent, const std::string& message) {
+  if (m_Quitting) return;  // nobody is left to answer
+  Gtk::MessageDialog dialog(parent, "Error :", false, Gtk::MESSAGE_ERROR, Gtk::BUTTONS_OK, false);
+  dialog.set_secondary_text(userText(message), false);
+  dialog.run();
+}
+
+void MainWindow::on_uncaught_exception() {
+  std::string text;
+  try {
+    throw;
+  } catch (const Glib::Error& error) {  // not a std::exception in this version of the toolkit
+    text = error.what().raw();
+  } catch (const std::exception& error) {
+    text = error.what();
+  }
+  std::cout << text << std::endl;
+  if (m_RunBrokenOff) endRun();
+  show_error(*this, text);
+}
+
+}  // namespace quorbel

@@ -1,0 +1,184 @@
+#pragma once
+
+// The one window of the viewer. This header is the index of src/app: behind each operation stands
+// the file that defines it.
+
+#include <gtkmm.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "app/canvas_geometry.h"
+#include "lattice/graph.h"
+#include "layout/layout_item.h"
+#include "layout/node_items.h"
+#include "sound/audio_io.h"
+#include "sound/waveform.h"
+
+namespace quorbel {
+
+/// Shows one lattice: its drawing, the attributes of the selected links, and its sound.
+///
+/// Everything runs on the toolkit's main thread. While `renderGraph` runs it lets pending events
+/// through; `m_Rendering` and `putOffWhileRendering` keep them from getting in its way.
+class MainWindow : public Gtk::Window {
+ public:
+  /// Builds the window, hidden; its first show opens `startupPath` unless that is empty.
+  /// Throws Glib::Error when the window's icon is missing from IMAGE_DIR.
+  explicit MainWindow(const std::string& startupPath);
+  ~MainWindow() override;
+
+  /// Whether the user has left the program, perhaps before the main loop began.
+  bool isQuitting() const { return m_Quitting; }
+
+  /// Handler for exceptions that leave a signal handler (Glib::add_exception_handler): prints one
+  /// line on standard output and shows the text in the error box. A run of the rendering pipeline
+  /// that the exception broke off is ended, so that the next action draws again.  // errors.cpp
+  void on_uncaught_exception();
+
+ protected:
+  /// Columns of the attribute tree.
+  class ModelColumns : public Gtk::TreeModel::ColumnRecord {
+   public:
+    ModelColumns() {
+      add(name);
+      add(value);
+    }
+    Gtk::TreeModelColumn<Glib::ustring> name;
+    Gtk::TreeModelColumn<Glib::ustring> value;
+  };
+
+  static constexpr guint kFileContext = 0;  ///< status bar: which file is open
+  static constexpr guint kRunContext = 1;   ///< status bar: what is being done, and path totals
+
+  virtual void on_open_dialog();                         // opening.cpp
+  virtual void open_lattice(const std::string& name);    // opening.cpp: a file in m_CurrentDir
+  virtual void on_export(const std::string& format);     // layout/export.cpp
+  virtual void on_open_sound();                          // sound/sound_commands.cpp
+  virtual void on_close();                               // opening.cpp
+  virtual void on_quit();                                // small_commands.cpp
+  virtual void on_about();                               // small_commands.cpp
+  virtual void on_zoom_in();                             // zoom.cpp
+  virtual void on_zoom_out();                            // zoom.cpp
+  virtual void on_zoom_fit();                            // zoom.cpp
+  virtual void on_shortest_path();                       // display_modes.cpp
+  virtual void on_path_with_edge();                      // display_modes.cpp
+  virtual void on_display_value();                       // display_modes.cpp
+  virtual void on_display_selected_xml();                // display_modes.cpp
+  virtual void on_display_default();                     // display_modes.cpp
+  virtual void on_scores();                              // display_modes.cpp
+  virtual void on_play();                                // sound/sound_commands.cpp
+  virtual void on_stop();                                // sound/sound_commands.cpp
+  virtual void on_window_show();                         // opening.cpp
+  virtual bool on_sound_motion(GdkEventMotion* event);   // sound/sound_strip.cpp
+  virtual bool on_sound_press(GdkEventButton* event);    // sound/sound_strip.cpp
+  virtual bool on_sound_release(GdkEventButton* event);  // sound/sound_strip.cpp
+  virtual bool on_sound_expose(GdkEventExpose* event);   // sound/sound_strip.cpp
+  virtual bool on_graph_expose(GdkEventExpose* event);   // canvas.cpp
+  virtual bool on_graph_scroll(GdkEventScroll* event);   // zoom.cpp
+  virtual bool on_graph_motion(GdkEventMotion* event);   // pointer.cpp: hover
+  virtual bool on_graph_press(GdkEventButton* event);    // pointer.cpp: a double press selects
+  virtual bool on_key_event(GdkEventKey* event);         // pointer.cpp: the left Control key
+  virtual bool on_play_tick();                           // sound/sound_commands.cpp
+
+  void addActions();      // actions.cpp
+  void buildInterface();  // actions.cpp: menu bar and tool bar
+  void arrangePanes();    // main_window.cpp
+  void connectSignals();  // main_window.cpp
+  void endProgram();      // small_commands.cpp
+
+  std::string build_sibling_menu(const std::string& path);           // opening.cpp
+  void exportGraph(const std::string& format);                       // layout/export.cpp
+  void loadMatchingSound(const std::string& latticePath);            // sound/sound_commands.cpp
+  void loadSound();                                                  // sound/sound_commands.cpp
+  void closeSound();                                                 // sound/sound_commands.cpp
+  const Waveform& currentWaveform();                                 // sound/sound_strip.cpp
+  void show_error(Gtk::Window& parent, const std::string& message);  // errors.cpp
+
+  void renderGraph();                                               // rendering.cpp
+  void endRun();                                                    // rendering.cpp
+  bool runPendingEvents();                                          // rendering.cpp
+  bool showStage(const Glib::ustring& text);                        // rendering.cpp
+  void carrySelectionOver();                                        // rendering.cpp
+  void showPathTotals();                                            // rendering.cpp
+  bool putOffWhileRendering(const std::function<void()>& command);  // rendering.cpp
+  void setPointer(Gdk::CursorType cursor);                          // rendering.cpp
+
+  CanvasMapping canvasMapping() const;  // canvas.cpp
+  void rescaleImage();                  // zoom.cpp
+  void resizeCanvas();                  // zoom.cpp
+  void zoomBy(float factor);            // zoom.cpp
+
+  void clear_selection();      // attribute_tree.cpp
+  void clearAttributeTree();   // attribute_tree.cpp
+  void refillAttributeTree();  // attribute_tree.cpp
+  void invalidateViews();      // pointer.cpp: canvas and sound strip
+
+  Gtk::VBox m_MainBox;
+  Gtk::HPaned m_HPaned;
+  Gtk::VPaned m_RightPaned;
+  Gtk::VPaned m_LowerPaned;
+  Gtk::ScrolledWindow m_TreeScroll;
+  Gtk::ScrolledWindow m_SoundScroll;
+  Gtk::ScrolledWindow m_GraphScroll;
+  Gtk::TreeView m_SpareTreeView;  ///< placed nowhere
+  Gtk::DrawingArea m_GraphArea;
+  Gtk::DrawingArea m_SoundArea;
+  Gtk::TreeView m_AttributeTree;
+  Gtk::Statusbar m_Statusbar;
+  Gtk::Image m_LogoImage;
+  Gtk::Image m_FundingImage;
+  Gtk::ToolItem m_LogoItem;
+  Gtk::ToolItem m_FundingItem;
+  Gtk::MenuToolButton m_OpenButton;
+  Gtk::Menu m_SiblingMenu;  ///< files beside the open lattice
+  Gtk::ScrolledWindow m_InfoScroll;
+  Gtk::TextView m_InfoView;
+  Glib::RefPtr<Gtk::TextBuffer> m_refInfoBuffer;
+  Glib::RefPtr<Gdk::Pixbuf> m_refGraphImage;  ///< the drawing as `dot` rendered it, may be empty
+  Glib::RefPtr<Gdk::Pixbuf> m_refShownImage;  ///< the drawing at the current zoom, may be empty
+  Glib::RefPtr<Gtk::UIManager> m_refUIManager;
+  Glib::RefPtr<Gtk::ActionGroup> m_refActionGroup;
+
+  Graph m_Graph;
+  std::vector<LayoutItem> m_EdgeLayouts;    ///< nodes and edges of the drawing
+  std::vector<LayoutItem> m_SelectedEdges;  ///< copies, in the order of selection
+  float m_Zoom = 1.0f;
+  int m_PointerX = 0;  ///< last pointer position over the canvas, canvas pixels
+  int m_PointerY = 0;
+  bool m_ShowPath = false;
+  bool m_ShowPathWithEdge = false;
+  bool m_FileOpened = false;
+  bool m_Rendering = false;
+  bool m_ControlHeld = false;  ///< the next double press adds to the selection or takes from it
+  double m_RangeStart = -1.0;  ///< selected stretch of sound, fractions; -1.0 when there is none
+  double m_RangeEnd = -1.0;
+  std::string m_CurrentDir;  ///< folder of the open lattice, without a slash at its end
+  int m_DragStartX = -1;     ///< drag on the sound strip, pixels; -1 when there is none
+  int m_DragCurrentX = -1;
+  bool m_Dragging = false;
+  bool m_Playing = false;
+  std::int32_t m_PlayStartMs = 0;    ///< wall clock when play started
+  std::int32_t m_PlayElapsedMs = 0;  ///< time since play started, as of the last tick
+  std::string m_StartupPath;         ///< lattice to open at the first show
+  ModelColumns m_Columns;
+  Glib::RefPtr<Gtk::TreeStore> m_refTreeStore;
+  Glib::RefPtr<Gtk::TreeSelection> m_refTreeSelection;
+  AudioIO m_Audio;
+  std::string m_SoundPath;
+  bool m_SoundLoaded = false;
+
+  bool m_HoverShown = false;  ///< the canvas may show the box of a label under the pointer
+  NodeItems m_NodeItems;      ///< finds the nodes among m_EdgeLayouts
+  Waveform m_Waveform;        ///< columns of the loaded sound for the strip's width
+
+  int m_RunsInProgress = 0;     ///< calls of renderGraph that have not returned
+  bool m_RunBrokenOff = false;  ///< an exception left renderGraph and nobody has cleaned up yet
+  bool m_Quitting = false;
+  sigc::connection m_TickConnection;            ///< the play cursor, while sound plays
+  std::vector<sigc::connection> m_Connections;  ///< cut before the members go
+};
+
+}  // namespace quorbel

@@ -1,0 +1,118 @@
+// Opening and closing lattices: the open dialog, the menu of sibling files, the start-up lattice.
+
+#include <fstream>
+
+#include "app/main_window.h"
+#include "app/product.h"
+#include "app/user_text.h"
+#include "lattice/htk_reader.h"
+
+namespace quorbel {
+namespace {
+
+/// The part of a file name before its first dot.
+std::string stemOf(const std::string& name) { return name.substr(0, name.find('.')); }
+
+/// Folders cannot be read, and a pipe would keep the window waiting.
+bool isReadable(const std::string& path) {
+  return Glib::file_test(path, Glib::FILE_TEST_IS_REGULAR) && std::ifstream(path).is_open();
+}
+
+}  // namespace
+
+void MainWindow::on_open_dialog() {
+  if (putOffWhileRendering([this] { on_open_dialog(); })) return;
+  Gtk::FileChooserDialog dialog(*this, "Please choose a HTK file", Gtk::FILE_CHOOSER_ACTION_OPEN);
+  dialog.add_button(Gtk::Stock::CANCEL, Gtk::RESPONSE_CANCEL);
+  dialog.add_button(Gtk::Stock::OPEN, Gtk::RESPONSE_OK);
+  Gtk::FileFilter lattices;
+  lattices.set_name("HTK files");
+  lattices.add_pattern("*.htk");
+  lattices.add_pattern("*.lat");
+  dialog.add_filter(lattices);
+  Gtk::FileFilter anyFiles;
+  anyFiles.set_name("Any files");
+  anyFiles.add_pattern("*");
+  dialog.add_filter(anyFiles);
+
+  const int response = dialog.run();
+  dialog.hide();
+  if (response != Gtk::RESPONSE_OK) return;
+  open_lattice(build_sibling_menu(dialog.get_filename()));
+}
+
+/// Remembers the folder of `path` and lists the files beside it that share its stem (sound files
+/// apart) in the menu of the open button. Returns the base name. Throws Glib::FileError for a
+/// folder that cannot be listed, and std::out_of_range for a file that shares the stem and has a
+/// name of fewer than three characters.
+std::string MainWindow::build_sibling_menu(const std::string& path) {
+  const std::string suffixOfSounds = "wav";
+  const std::string baseName = Glib::path_get_basename(path);
+  m_CurrentDir = Glib::path_get_dirname(path);
+  m_SiblingMenu.items().clear();
+
+  Glib::Dir folder(m_CurrentDir);
+  for (const std::string& name : std::vector<std::string>(folder.begin(), folder.end())) {
+    if (stemOf(name) != stemOf(baseName)) continue;
+    if (name.substr(name.size() - suffixOfSounds.size()) == suffixOfSounds) continue;
+    const bool hasMnemonic = true;
+    auto* item = Gtk::manage(new Gtk::MenuItem(userText(name), !hasMnemonic));
+    item->signal_activate().connect(
+        sigc::bind(sigc::mem_fun(*this, &MainWindow::open_lattice), name));
+    item->show();
+    m_SiblingMenu.append(*item);
+  }
+  m_OpenButton.set_menu(m_SiblingMenu);
+  return baseName;
+}
+
+void MainWindow::open_lattice(const std::string& name) {
+  if (putOffWhileRendering([this, name] { open_lattice(name); })) return;
+  on_close();
+  const std::string path = m_CurrentDir + "/" + name;
+  if (!isReadable(path)) {
+    show_error(*this, path + " : file not found or permission denied");
+    return;
+  }
+  if (const std::string error = readHtkLattice(m_Graph, path); !error.empty()) {
+    show_error(*this, error);
+    return;
+  }
+  m_FileOpened = true;
+  on_display_default();
+  on_zoom_fit();
+  m_Statusbar.push(userText("graph : " + path), kFileContext);
+  set_title(userText(PRODUCT_NAME + " - " + path));
+  loadMatchingSound(path);
+}
+
+void MainWindow::on_window_show() {
+  m_Quitting = false;
+  if (m_StartupPath.empty()) return;
+  open_lattice(build_sibling_menu(m_StartupPath));
+  m_StartupPath.clear();
+}
+
+void MainWindow::on_close() {
+  if (!m_FileOpened || putOffWhileRendering([this] { on_close(); })) return;
+  m_Statusbar.pop(kFileContext);
+  m_Statusbar.pop(kRunContext);  // path totals would cover "No file opened"
+  set_title(PRODUCT_NAME);
+  m_Zoom = 1.0f;
+  m_PointerX = m_PointerY = 0;
+  clear_selection();
+  m_ShowPath = m_ShowPathWithEdge = m_FileOpened = false;
+  setSelectedEdge(m_Graph, false, noSelectedEdge());
+  setShowBestPath(m_Graph, false);
+  m_EdgeLayouts.clear();
+  m_NodeItems.index(m_EdgeLayouts);
+
+  m_GraphArea.set_size_request(-1, -1);
+  m_refShownImage.reset();
+  m_refGraphImage.reset();
+  closeSound();
+  m_refInfoBuffer->set_text("");
+  invalidateViews();
+}
+
+}  // namespace quorbel

@@ -1,0 +1,69 @@
+// Zoom: the actions, the wheel, and the picture at the current zoom.
+
+#include <algorithm>
+
+#include "app/main_window.h"
+
+namespace quorbel {
+namespace {
+
+constexpr float kSmallestZoom = 0.2f;
+constexpr float kLargestZoom = 1.0f;  ///< the picture as `dot` rendered it is the largest view
+constexpr float kZoomIn = 1.25f;
+constexpr float kZoomOut = 0.8f;
+
+}  // namespace
+
+void MainWindow::on_zoom_in() { zoomBy(kZoomIn); }
+
+void MainWindow::on_zoom_out() { zoomBy(kZoomOut); }
+
+void MainWindow::zoomBy(float factor) {
+  if (!m_refGraphImage) return;
+  m_Zoom *= factor;
+  rescaleImage();
+  resizeCanvas();
+}
+
+/// Fits the width; the height is not considered.
+void MainWindow::on_zoom_fit() {
+  constexpr int kRoomForScrollBar = 30;
+  if (!m_refGraphImage) return;
+  m_Zoom = static_cast<float>(m_GraphScroll.get_width() - kRoomForScrollBar) /
+           static_cast<float>(m_refGraphImage->get_width());
+  rescaleImage();
+  resizeCanvas();
+}
+
+/// The picture is scaled after the watch cursor shows, since it may take a while.
+bool MainWindow::on_graph_scroll(GdkEventScroll* event) {
+  if (event->direction != GDK_SCROLL_UP && event->direction != GDK_SCROLL_DOWN) return true;
+  const Glib::RefPtr<Gdk::Window> window = m_GraphArea.get_window();
+  window->set_cursor(Gdk::Cursor(Gdk::WATCH));
+  runPendingEvents();
+  if (event->direction == GDK_SCROLL_UP)
+    on_zoom_in();
+  else
+    on_zoom_out();
+  window->set_cursor(Gdk::Cursor(Gdk::LEFT_PTR));
+  return true;
+}
+
+/// Brings the zoom into its range and the shown picture up to date with it.
+void MainWindow::rescaleImage() {
+  if (!m_refGraphImage) return;
+  m_Zoom = std::clamp(m_Zoom, kSmallestZoom, kLargestZoom);
+  const auto scaled = [this](int length) {
+    return std::max(1, static_cast<int>(static_cast<float>(length) * m_Zoom));
+  };
+  m_refShownImage =
+      m_refGraphImage->scale_simple(scaled(m_refGraphImage->get_width()),
+                                    scaled(m_refGraphImage->get_height()), Gdk::INTERP_BILINEAR);
+}
+
+void MainWindow::resizeCanvas() {
+  if (m_refGraphImage)
+    m_GraphArea.set_size_request(m_refShownImage->get_width(), m_refShownImage->get_height());
+}
+
+}  // namespace quorbel

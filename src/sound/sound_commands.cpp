@@ -1,0 +1,91 @@
+// Finding, opening, playing and stopping the sound of the open lattice. The strip that shows it is
+// in sound_strip.cpp, the player in audio_io.h.
+
+#include <fstream>
+
+#include "app/main_window.h"
+#include "sound/matching_sound.h"
+#include "sound/play_clock.h"
+
+namespace quorbel {
+namespace {
+
+std::int32_t wallClock() {
+  Glib::TimeVal now;
+  now.assign_current_time();
+  return wallClockMs(now.tv_sec, now.tv_usec);
+}
+
+}  // namespace
+
+/// A lattice whose path has no dot keeps the sound path of the one before.
+void MainWindow::loadMatchingSound(const std::string& latticePath) {
+  if (const auto path = matchingSoundPath(latticePath)) m_SoundPath = *path;
+  m_SoundLoaded = false;
+  if (std::ifstream(m_SoundPath)) loadSound();
+}
+
+/// Loads the file m_SoundPath; says so when it cannot be decoded.
+void MainWindow::loadSound() {
+  m_SoundLoaded = m_Audio.load(m_SoundPath);
+  m_Waveform = Waveform();
+  m_SoundArea.queue_draw();
+  if (!m_SoundLoaded) show_error(*this, "Unable to load " + m_SoundPath);
+}
+
+void MainWindow::closeSound() {
+  m_Playing = false;
+  m_TickConnection.disconnect();
+  m_Audio.stop();
+  m_Audio.freeSamples();
+  m_SoundLoaded = false;
+  m_Waveform = Waveform();
+}
+
+void MainWindow::on_open_sound() {
+  Gtk::FileChooserDialog dialog(*this, "Please choose a sound file", Gtk::FILE_CHOOSER_ACTION_OPEN);
+  dialog.add_button(Gtk::Stock::CANCEL, Gtk::RESPONSE_CANCEL);
+  dialog.add_button(Gtk::Stock::OPEN, Gtk::RESPONSE_ACCEPT);
+  Gtk::FileFilter sounds;
+  sounds.set_name("Sound files");
+  sounds.add_pattern("*.wav");
+  sounds.add_pattern("*.raw");
+  dialog.add_filter(sounds);
+  Gtk::FileFilter anyFiles;
+  anyFiles.set_name("Any files");
+  anyFiles.add_pattern("*");
+  dialog.add_filter(anyFiles);
+
+  const int response = dialog.run();
+  dialog.hide();
+  if (response != Gtk::RESPONSE_ACCEPT) return;
+  m_SoundPath = dialog.get_filename();
+  loadSound();
+}
+
+void MainWindow::on_play() {
+  constexpr unsigned kTickMs = 5;
+  if (m_Playing) return;
+  m_Playing = true;
+  m_PlayElapsedMs = 0;
+  m_PlayStartMs = wallClock();
+  m_TickConnection =
+      Glib::signal_timeout().connect(sigc::mem_fun(*this, &MainWindow::on_play_tick), kTickMs);
+  if (m_SelectedEdges.empty())
+    m_Audio.setSegment(0.0, 1.0);
+  else
+    m_Audio.setSegment(m_RangeStart, m_RangeEnd);
+  m_Audio.play();
+}
+
+/// The tick notices on its next run.
+void MainWindow::on_stop() { m_Audio.stop(); }
+
+bool MainWindow::on_play_tick() {
+  m_Playing = m_Audio.isPlaying();
+  if (m_Playing) m_PlayElapsedMs = elapsedMs(wallClock(), m_PlayStartMs);
+  invalidateViews();
+  return m_Playing;
+}
+
+}  // namespace quorbel

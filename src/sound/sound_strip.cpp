@@ -1,0 +1,105 @@
+// The strip that shows the sound: waveform, selected range and play cursor, and dragging a range
+// out. The numbers come from waveform.h.
+
+#include "app/main_window.h"
+#include "app/rounded_box.h"
+#include "sound/edges_in_range.h"
+
+namespace quorbel {
+namespace {
+
+constexpr Rgba kRangeFill{1, 0, 0, 0.3};
+constexpr Rgba kRangeOutline{0, 1, 0, 0.75};
+constexpr double kRangeRadius = 20.0;
+
+}  // namespace
+
+/// The waveform for the strip's width, computed once per sound and width.
+const Waveform& MainWindow::currentWaveform() {
+  const int width = m_SoundArea.get_width();
+  if (m_Waveform.viewWidth != width)
+    m_Waveform = computeWaveform(m_Audio.samples(), m_Audio.frames(), m_Audio.channels(), width);
+  return m_Waveform;
+}
+
+bool MainWindow::on_sound_expose(GdkEventExpose*) {
+  const Cairo::RefPtr<Cairo::Context> context = m_SoundArea.get_window()->create_cairo_context();
+  const int width = m_SoundArea.get_width();
+  const int height = m_SoundArea.get_height();
+  context->set_source_rgb(1, 1, 1);
+  context->rectangle(0, 0, width, height);
+  context->fill();
+  if (!m_SoundLoaded || !m_Audio.samples()) return true;
+
+  const Waveform& waveform = currentWaveform();
+  for (const WaveformPoint& point : waveformOutline(waveform, m_Audio.peak(), height))
+    context->line_to(point.x, point.y);
+  context->close_path();
+  context->set_source_rgb(0, 0, 1);
+  context->stroke();
+
+  bool hasRange = !m_SelectedEdges.empty();
+  if (!hasRange) {
+    if (const auto range = dragRange(m_DragStartX, m_DragCurrentX, width)) {
+      m_RangeStart = range->start;
+      m_RangeEnd = range->end;
+      hasRange = true;
+    }
+  }
+  if (hasRange) {
+    const PixelSpan span = rangeBox({m_RangeStart, m_RangeEnd}, width);
+    drawRoundedBox(context, kRangeFill, kRangeOutline, span.x, 0, span.width, height, kRangeRadius);
+  }
+
+  if (m_Playing) {
+    if (m_SelectedEdges.empty()) m_RangeStart = 0.0;
+    const double position = m_Audio.positionFraction(m_PlayElapsedMs) + m_RangeStart;
+    const int x = cursorColumn(position, waveform.count, waveform.perPixel);
+    context->move_to(x, 0);
+    context->line_to(x, height);
+    context->close_path();
+    context->set_source_rgb(1, 0, 0);
+    context->stroke();
+  }
+  return true;
+}
+
+bool MainWindow::on_sound_press(GdkEventButton* event) {
+  if (event->button != 1 || !m_SoundLoaded) return true;
+  if (!m_SelectedEdges.empty()) m_GraphArea.queue_draw();
+  clear_selection();
+  m_Dragging = true;
+  m_DragStartX = m_DragCurrentX = static_cast<int>(event->x);
+  m_SoundArea.queue_draw();
+  return true;
+}
+
+bool MainWindow::on_sound_motion(GdkEventMotion* event) {
+  if (!m_SoundLoaded || !m_Dragging) return true;
+  if (event->is_hint) {
+    int ignoredY;
+    Gdk::ModifierType ignoredState;
+    m_SoundArea.get_window()->get_pointer(m_DragCurrentX, ignoredY, ignoredState);
+  } else {
+    m_DragCurrentX = static_cast<int>(event->x);
+  }
+  m_SoundArea.queue_draw();
+  return true;
+}
+
+bool MainWindow::on_sound_release(GdkEventButton* event) {
+  if (event->button != 1 || !m_SoundLoaded) return true;
+  m_Dragging = false;
+  m_DragCurrentX = static_cast<int>(event->x);
+  if (const auto range = dragRange(m_DragStartX, m_DragCurrentX, m_SoundArea.get_width())) {
+    m_RangeStart = range->start;
+    m_RangeEnd = range->end;
+    clear_selection();
+    m_SelectedEdges = edgesInRange(m_EdgeLayouts, m_RangeStart, m_RangeEnd);
+    m_GraphArea.queue_draw();
+  }
+  m_SoundArea.queue_draw();
+  return true;
+}
+
+}  // namespace quorbel
