@@ -1,0 +1,47 @@
+# Which Debian packages each task needs, and how they get onto the machine. Sourced by the scripts
+# beside it; nothing here runs by itself.
+
+build_packages=(g++ make cmake pkg-config libgtkmm-2.4-dev libxml2-dev libsndfile1-dev libopenal-dev)
+run_packages=(graphviz fonts-dejavu-core)
+display_packages=(xvfb openbox x11-utils xdotool imagemagick)
+test_packages=(libgtest-dev libxtst-dev dbus dbus-daemon libatk-adaptor libgail-common at-spi2-core
+  python3 python3-gi python3-pyatspi locales-all dia)
+bench_packages=(libbenchmark-dev libfst-tools)
+
+# stop LINE: ends the script with a line that says why
+stop() {
+  echo "$(basename "$0"): $1" >&2
+  exit 1
+}
+
+# install_missing PURPOSE PACKAGE...: installs those packages that the machine lacks, and says so
+install_missing() {
+  local purpose=$1 package missing=() as_root=()
+  shift
+  command -v dpkg-query >/dev/null && command -v apt-get >/dev/null ||
+    stop "this is no Debian system; install by hand what the README names for $purpose"
+  for package in "$@"; do
+    [[ $(dpkg-query -W -f='${Status}' "$package" 2>/dev/null) == *' ok installed' ]] ||
+      missing+=("$package")
+  done
+  ((${#missing[@]})) || return 0
+
+  echo "Installing for $purpose: ${missing[*]}"
+  if ((EUID != 0)); then
+    command -v sudo >/dev/null || stop "installing needs root or sudo: apt-get install ${missing[*]}"
+    as_root=(sudo)
+  fi
+  "${as_root[@]}" apt-get update -qq || stop "apt-get update failed"
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null ||
+    stop "apt-get could not install: ${missing[*]}"
+}
+
+# build TARGET [CMAKE-OPTION...]: brings the folder build/ up to date; what it says goes to build/log
+build() {
+  local target=$1
+  shift
+  mkdir -p build
+  { cmake -S . -B build "$@" && cmake --build build --target "$target" -j"$(nproc)"; } \
+    >build/log 2>&1 || { cat build/log >&2; stop "the build failed"; }
+}
