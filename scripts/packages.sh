@@ -6,6 +6,7 @@ run_packages=(graphviz fonts-dejavu-core)
 display_packages=(xvfb openbox x11-utils xdotool imagemagick)
 test_packages=(libgtest-dev libxtst-dev dbus dbus-daemon libatk-adaptor libgail-common at-spi2-core
   python3 python3-gi python3-pyatspi locales-all dia)
+fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libfst-tools)
 
 # stop LINE: ends the script with a line that says why
@@ -37,11 +38,13 @@ install_missing() {
     stop "apt-get could not install: ${missing[*]}"
 }
 
-# build TARGET [CMAKE-OPTION...]: brings the folder build/ up to date; what it says goes to build/log
+# build TARGET [CMAKE-OPTION...]: brings a build folder up to date, `build` unless `folder` names
+# another; what is said goes to a file `log` in it
+folder=build
 build() {
   local target=$1
   shift
-  mkdir -p build
-  { cmake -S . -B build "$@" && cmake --build build --target "$target" -j"$(nproc)"; } \
-    >build/log 2>&1 || { cat build/log >&2; stop "the build failed"; }
+  mkdir -p "$folder"
+  { cmake -S . -B "$folder" "$@" && cmake --build "$folder" --target "$target" -j"$(nproc)"; } \
+    >"$folder/log" 2>&1 || { cat "$folder/log" >&2; stop "the build failed"; }
 }
