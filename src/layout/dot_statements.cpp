@@ -43,8 +43,14 @@ class Nesting {
 bool endsWithBackslash(std::string_view line) { return !line.empty() && line.back() == '\\'; }
 
 bool endsLikeStatement(std::string_view line) {
-  const std::size_t last = line.find_last_not_of(" \t;");
+  const std::size_t last = line.find_last_not_of(" \t;\r");
   return last != std::string_view::npos && line[last] == ']';
+}
+
+/// Whether a node or edge begins as today's `dot` writes it; old versions wrote a blank there.
+bool hasTabBeforeBracket(std::string_view line) {
+  const std::size_t bracket = line.find('[');
+  return bracket != std::string_view::npos && bracket > 0 && line[bracket - 1] == '\t';
 }
 
 /// The number in full where `dot` wrote it with an exponent.
@@ -63,7 +69,7 @@ std::string inFull(std::string_view number) {
 std::string listInFull(std::string_view list) {
   std::string full;
   while (!list.empty()) {
-    const std::size_t end = std::min(list.find_first_of(", "), list.size());
+    const std::size_t end = std::min(list.find_first_of(", ;"), list.size());
     full += inFull(list.substr(0, end));
     full += list.substr(end, 1);
     list.remove_prefix(std::min(end + 1, list.size()));
@@ -77,7 +83,9 @@ bool isPosition(std::string_view attribute) {
 
 /// The statement with the numbers of its positions in full.
 std::string positionsInFull(const std::string& line) {
-  if (line.find("e+") == std::string::npos) return line;
+  const bool mayHaveExponent =
+      line.find("e+") != std::string::npos || line.find("e-") != std::string::npos;
+  if (!mayHaveExponent) return line;
   std::string full;
   std::size_t copied = 0;
   for (std::size_t open = line.find('"'); open != std::string::npos;) {
@@ -98,10 +106,11 @@ std::string positionsInFull(const std::string& line) {
 }
 
 /// A one-line statement that `dot` may have wrapped: the line ends go, the backslashes stay.
-std::string withoutWrapping(std::string line) {
-  for (std::size_t at = line.find("\\\n"); at != std::string::npos; at = line.find("\\\n", at + 1))
-    line.erase(at + 1, 1);
-  return line;
+std::string withoutWrapping(const std::string& line) {
+  std::string joined;
+  for (const char c : line)
+    if (c != '\n' || !endsWithBackslash(joined)) joined += c;
+  return joined;
 }
 
 /// Takes the value in quotes that begins at `pos`, put together where `dot` wrapped it.
@@ -202,6 +211,7 @@ bool DotStatements::nextLineIsAttribute() {
   if (begin < line.size() && line[begin] == ']') return true;
   std::size_t end = begin;
   while (end < line.size() && isNameCharacter(line[end])) ++end;
+  if (end == line.size() && m_Stream.eof()) return true;  // cut off amid its name
   const std::size_t equals = line.find_first_not_of(kBlanks, end);
   return end > begin && equals != std::string_view::npos && line[equals] == '=';
 }
@@ -218,20 +228,32 @@ bool DotStatements::next(std::string& line) {
       nesting.read("\n");
       nesting.read(more);
     };
-    while (endsWithBackslash(statement) && takeLine(more)) append();
+    bool isWrapped = endsWithBackslash(statement);
+    while (isWrapped && takeLine(more)) {
+      append();
+      isWrapped = more.empty() || endsWithBackslash(more);
+    }
 
+    // In the old form only a backslash carries a value on: an open quote is a fault of its line.
+    const bool isTodays = hasTabBeforeBracket(statement);
     bool hasLinesOfAttributes = false;
     bool isCutOff = false;
+    const auto goesOn = [&] {
+      if (nesting.inQuotes()) return isTodays || hasLinesOfAttributes;
+      return nesting.isOpen() && nextLineIsAttribute();
+    };
     if (!endsLikeStatement(statement)) {
-      while (nesting.isOpen() && !isCutOff && (nesting.inQuotes() || nextLineIsAttribute())) {
-        hasLinesOfAttributes = hasLinesOfAttributes || !nesting.inQuotes();
+      while (goesOn()) {
+        const bool isAttribute = !nesting.inQuotes();
         isCutOff = !takeLine(more);
-        if (!isCutOff) append();
+        if (isCutOff) break;
+        hasLinesOfAttributes = hasLinesOfAttributes || isAttribute;
+        append();
       }
     }
-    if (hasLinesOfAttributes && isCutOff) continue;
-    line = hasLinesOfAttributes ? inOldForm(statement)
-                                : positionsInFull(withoutWrapping(std::move(statement)));
+    if (isCutOff && (isTodays || hasLinesOfAttributes)) continue;
+    line =
+        hasLinesOfAttributes ? inOldForm(statement) : positionsInFull(withoutWrapping(statement));
     return true;
   }
   return false;

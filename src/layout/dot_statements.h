@@ -23,11 +23,11 @@ namespace quorbel {
 ///     INDEX -> INDEX [label="...", comment="...", lp="..."];
 /// with wrapped values put together again, an attribute that a node lacks as 0 and one that an edge
 /// lacks left out. A double quote inside a value comes as kInnerQuote after its backslash, so that
-/// the next double quote always ends the value. A statement that the end of the file cuts off does
-/// not come at all.
+/// the next double quote always ends the value. A node or edge that the end of the file cuts off
+/// does not come at all.
 ///
-/// In both forms numbers of `bb`, `pos` and `lp` that `dot` wrote with an exponent (beyond 99,999
-/// points) come in full.
+/// In both forms numbers of `bb`, `pos` and `lp` that `dot` wrote with an exponent (such as those
+/// beyond 99,999 points) come in full.
 class DotStatements {
  public:
   /// Stands for an escaped double quote; XML allows this character nowhere, so no label has it.

@@ -2,6 +2,7 @@
 
 // From the lattice to Graphviz: its description, and the runs of `dot` that draw it.
 
+#include <iosfwd>
 #include <optional>
 #include <string>
 

@@ -22,8 +22,8 @@ using LabelNames = std::map<char, std::string>;
 
 /// The lines in which `dot` draws `label`, none for an empty one.
 ///
-/// "\n", "\l" and "\r" end a line that is centred, to the left or to the right, "\X" is what `names`
-/// has under X, and a backslash before anything else only takes its meaning away. Entities
+/// "\n", "\l" and "\r" end a line that is centred, to the left or to the right, "\X" is what
+/// `names` has under X, and a backslash before anything else only takes its meaning away. Entities
 /// ("&amp;", "&#233;") become their characters, and bytes that are not UTF-8 are taken as Latin-1.
 /// U+FFFD takes the place of what is no character in XML.
 std::vector<LabelLine> labelLines(std::string_view label, const LabelNames& names);

@@ -1,5 +1,6 @@
 #include "layout/layout_reader.h"
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <iostream>

@@ -2,6 +2,7 @@
 
 // Where Graphviz put the nodes and labels of a lattice.
 
+#include <iosfwd>
 #include <vector>
 
 #include "lattice/graph.h"

@@ -1,0 +1,23 @@
+#pragma once
+
+// The drawing as a diagram for Dia, for versions of `dot` that do not write that format.
+
+#include <string>
+
+#include "layout/dot_drawing.h"
+
+namespace quorbel {
+
+/// Writes the drawing whose layout `dot -Tdot` wrote to `layoutFile` as a Dia diagram to
+/// `diagramFile`: nodes, edges with arrow heads, and labels, in the places, sizes and colours in
+/// which `dot` draws them.
+///
+/// Returns false when the layout cannot be read or is cut short (an existing diagram then stays),
+/// or when the diagram cannot be written; of one that was written in part nothing is left. Takes
+/// memory for the whole diagram, about 3 KB an edge.
+bool writeDiaDiagram(const std::string& layoutFile, const std::string& diagramFile);
+
+/// The text of that diagram, XML in UTF-8; "" when memory did not suffice.
+std::string diaDiagram(const DotDrawing& drawing);
+
+}  // namespace quorbel

@@ -1,0 +1,180 @@
+#include "layout/dot_drawing.h"
+
+#include <algorithm>
+
+#include "lattice/number_text.h"
+#include "layout/dot_statements.h"
+
+namespace quorbel {
+namespace {
+
+constexpr const char* kBlanks = " \t\r\n";
+constexpr double kPointsPerInch = 72.0;
+constexpr double kFarthest = 1e9;  ///< layout points
+
+std::string_view trimmed(std::string_view text) {
+  const std::size_t begin = std::min(text.find_first_not_of(kBlanks), text.size());
+  const std::size_t end = text.find_last_not_of(kBlanks) + 1;
+  return text.substr(begin, std::max(begin, end) - begin);
+}
+
+double number(std::string_view text) {
+  return std::clamp(parseDouble(text), -kFarthest, kFarthest);
+}
+
+/// The part of `text` before the next `delimiter`; it leaves `text` together with that.
+std::string_view takePart(std::string_view& text, const char* delimiters) {
+  const std::size_t end = std::min(text.find_first_of(delimiters), text.size());
+  const std::string_view part = text.substr(0, end);
+  text.remove_prefix(std::min(end + 1, text.size()));
+  return part;
+}
+
+/// A point such as "12.5,7".
+LayoutPoint point(std::string_view text) {
+  const std::string_view x = takePart(text, ",");
+  return {number(x), number(text)};
+}
+
+/// A spline such as "e,9,2 0,0 1,2 3,4 5,6"; without points when it is none.
+DrawnSpline spline(std::string_view text) {
+  DrawnSpline spline;
+  while (!text.empty()) {
+    const std::string_view part = takePart(text, kBlanks);
+    if (part.empty()) continue;
+    if (part.substr(0, 2) == "e,") {
+      spline.endTip = point(part.substr(2));
+    } else if (part.substr(0, 2) == "s,") {
+      spline.startTip = point(part.substr(2));
+    } else {
+      spline.points.push_back(point(part));
+    }
+  }
+  if (spline.points.size() < 4 || spline.points.size() % 3 != 1) spline.points.clear();
+  return spline;
+}
+
+const std::string* find(const DotAttributes& attributes, std::string_view name) {
+  const auto found = attributes.find(name);
+  return found == attributes.end() ? nullptr : &found->second;
+}
+
+std::string valueOr(const DotAttributes& attributes, std::string_view name,
+                    const std::string& otherwise) {
+  const std::string* value = find(attributes, name);
+  return value ? *value : otherwise;
+}
+
+/// A label with its double quotes as `dot` has them in memory: bare.
+std::string withBareQuotes(std::string label) {
+  constexpr char kEscapedQuote[] = {'\\', DotStatements::kInnerQuote, '\0'};
+  for (std::size_t at = label.find(kEscapedQuote); at != std::string::npos;
+       at = label.find(kEscapedQuote, at + 1))
+    label.replace(at, 2, 1, '"');
+  return label;
+}
+
+/// Collects the statements of one file.
+class DrawingReader {
+ public:
+  explicit DrawingReader(std::string_view text) : m_Text(text) {}
+  std::optional<DotDrawing> read();
+
+ private:
+  void addStatement(std::string_view head, const DotAttributes& attributes);
+  void addNode(std::string_view name, const DotAttributes& attributes);
+  void addEdge(std::string_view tail, std::string_view head, const DotAttributes& attributes);
+
+  std::string_view m_Text;
+  std::string m_Name;  ///< of the whole graph
+  bool m_HasBox = false;
+  DotDrawing m_Drawing;
+};
+
+std::optional<DotDrawing> DrawingReader::read() {
+  constexpr std::string_view kKeyword = "digraph";
+  std::size_t pos = m_Text.find('{');
+  if (pos == std::string_view::npos) return std::nullopt;
+  const std::string_view title = trimmed(m_Text.substr(0, pos));
+  if (title.substr(0, kKeyword.size()) != kKeyword) return std::nullopt;
+  m_Name = trimmed(title.substr(kKeyword.size()));
+
+  while (true) {
+    const std::size_t begin = pos + 1;
+    pos = m_Text.find_first_of("[;}", begin);
+    if (pos == std::string_view::npos) return std::nullopt;
+    if (m_Text[pos] == '}') break;
+    if (m_Text[pos] == ';') continue;
+    const std::string_view head = trimmed(m_Text.substr(begin, pos - begin));
+    const DotAttributes attributes = takeDotAttributes(m_Text, ++pos);
+    if (pos >= m_Text.size()) return std::nullopt;
+    addStatement(head, attributes);
+  }
+  if (!m_HasBox) return std::nullopt;
+  return std::move(m_Drawing);
+}
+
+void DrawingReader::addStatement(std::string_view head, const DotAttributes& attributes) {
+  constexpr std::string_view kArrow = "->";
+  if (head == "node" || head == "edge") return;
+  if (head == "graph") {
+    const std::string* box = find(attributes, "bb");
+    if (!box) return;
+    std::string_view numbers = *box;
+    for (double* side : {&m_Drawing.bottomLeft.x, &m_Drawing.bottomLeft.y, &m_Drawing.topRight.x,
+                         &m_Drawing.topRight.y})
+      *side = number(takePart(numbers, ","));
+    m_HasBox = true;
+  } else if (const std::size_t arrow = head.find(kArrow); arrow != std::string_view::npos) {
+    addEdge(trimmed(head.substr(0, arrow)), trimmed(head.substr(arrow + kArrow.size())),
+            attributes);
+  } else {
+    addNode(head, attributes);
+  }
+}
+
+void DrawingReader::addNode(std::string_view name, const DotAttributes& attributes) {
+  const std::string* position = find(attributes, "pos");
+  if (!position) return;
+  DrawnNode node;
+  node.centre = point(*position);
+  node.width = number(valueOr(attributes, "width", "0")) * kPointsPerInch;
+  node.height = number(valueOr(attributes, "height", "0")) * kPointsPerInch;
+  const std::string shape = valueOr(attributes, "shape", "");
+  if (shape == "doublecircle") node.shape = NodeShape::DoubleCircle;
+  if (shape == "doubleoctagon") node.shape = NodeShape::DoubleOctagon;
+  node.colour = valueOr(attributes, "color", "black");
+  if (valueOr(attributes, "style", "") == "filled")
+    node.fillColour = valueOr(attributes, "fillcolor", valueOr(attributes, "color", "lightgrey"));
+  node.fontColour = valueOr(attributes, "fontcolor", "black");
+  node.label = labelLines(withBareQuotes(valueOr(attributes, "label", "\\N")),
+                          {{'G', m_Name}, {'N', std::string(name)}});
+  m_Drawing.nodes.push_back(std::move(node));
+}
+
+void DrawingReader::addEdge(std::string_view tail, std::string_view head,
+                            const DotAttributes& attributes) {
+  DrawnEdge edge;
+  edge.colour = valueOr(attributes, "color", "black");
+  edge.fontColour = valueOr(attributes, "fontcolor", "black");
+  const std::string position = valueOr(attributes, "pos", "");
+  for (std::string_view rest = position; !rest.empty();) {
+    DrawnSpline part = spline(takePart(rest, ";"));
+    if (!part.points.empty()) edge.splines.push_back(std::move(part));
+  }
+  if (const std::string* place = find(attributes, "lp")) {
+    edge.labelCentre = point(*place);
+    const std::string from(tail), to(head);
+    edge.label = labelLines(withBareQuotes(valueOr(attributes, "label", "")),
+                            {{'G', m_Name}, {'E', from + "->" + to}, {'T', from}, {'H', to}});
+  }
+  m_Drawing.edges.push_back(std::move(edge));
+}
+
+}  // namespace
+
+std::optional<DotDrawing> readDotDrawing(std::string_view layout) {
+  return DrawingReader(layout).read();
+}
+
+}  // namespace quorbel
