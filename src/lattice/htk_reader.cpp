@@ -4,12 +4,14 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
-#include <initializer_list>
 #include <iostream>
+#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "lattice/number_text.h"
@@ -18,14 +20,26 @@ namespace quorbel {
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
-constexpr std::string_view kKeyEnd = " =\t\n\r";
-constexpr std::string_view kValueEnd = "\t\n\r #";
 constexpr int kNotGiven = -1;
 
 struct EndPoints {
   int start = kNotGiven;
   int end = kNotGiven;
 };
+
+/// Takes the integer that follows `prefix` at the beginning of a line; false when there is none.
+/// One beyond the type's range gives the limit on its side.
+bool takeInteger(const char* line, std::string_view prefix, int& number) {
+  if (std::strncmp(line, prefix.data(), prefix.size()) != 0) return false;
+  constexpr int kDecimal = 10;
+  const char* begin = line + prefix.size();
+  char* end = nullptr;
+  const long value = std::strtol(begin, &end, kDecimal);
+  if (end == begin) return false;
+  number = static_cast<int>(
+      std::clamp<long>(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+  return true;
+}
 
 /// Finds the lines "start=" and "end=" before anything else is read, since they may stand anywhere.
 /// A longer line counts as several, each of at most kLongestLine bytes.
@@ -40,21 +54,55 @@ EndPoints findEndPoints(const std::string& path) {
   EndPoints points;
   std::array<char, kLongestLine + 1> line;
   while (std::fgets(line.data(), static_cast<int>(line.size()), file.get())) {
-    if (line[0] != 's' && line[0] != 'e') continue;  // sscanf would measure the line first
-    int node = 0;
-    if (std::sscanf(line.data(), "start=%d", &node) == 1)
-      points.start = node;
-    else if (std::sscanf(line.data(), "end=%d", &node) == 1)
-      points.end = node;
+    if (!takeInteger(line.data(), "start=", points.start))
+      takeInteger(line.data(), "end=", points.end);
   }
   return points;
 }
 
-bool isOneOf(std::string_view key, std::initializer_list<std::string_view> names) {
-  return std::find(names.begin(), names.end(), key) != names.end();
+/// What a field's key says about its value.
+enum class Key {
+  Header,  ///< the rest of the line does not count
+  Word,
+  NodeIndex,
+  LinkId,
+  Time,
+  LinkStart,
+  LinkEnd,
+  NodeCount,
+  LinkCount,
+  Score  ///< every other key
+};
+
+Key meaningOf(std::string_view key) {
+  static const std::unordered_map<std::string_view, Key> keys = {
+      {"VERSION", Key::Header},   {"version", Key::Header},   {"UTTERANCE", Key::Header},
+      {"utterance", Key::Header}, {"LMSCALE", Key::Header},   {"lmscale", Key::Header},
+      {"WDPENALTY", Key::Header}, {"wdpenalty", Key::Header}, {"CONTEXT", Key::Header},
+      {"context", Key::Header},   {"W", Key::Word},           {"WORD", Key::Word},
+      {"word", Key::Word},        {"I", Key::NodeIndex},      {"J", Key::LinkId},
+      {"t", Key::Time},           {"TIME", Key::Time},        {"time", Key::Time},
+      {"S", Key::LinkStart},      {"START", Key::LinkStart},  {"start", Key::LinkStart},
+      {"E", Key::LinkEnd},        {"END", Key::LinkEnd},      {"end", Key::LinkEnd},
+      {"N", Key::NodeCount},      {"NODES", Key::NodeCount},  {"nodes", Key::NodeCount},
+      {"L", Key::LinkCount},      {"LINKS", Key::LinkCount},  {"links", Key::LinkCount}};
+  const auto found = keys.find(key);
+  return found == keys.end() ? Key::Score : found->second;
 }
 
 bool endsLine(char c) { return c == '\n' || c == '\r' || c == '\0'; }
+
+bool endsKey(char c) { return c == ' ' || c == '=' || c == '\t' || c == '\n' || c == '\r'; }
+
+bool endsValue(char c) { return c == ' ' || c == '#' || c == '\t' || c == '\n' || c == '\r'; }
+
+/// The position from `pos` on of the first character that ends what stands there, or the line's
+/// end.
+template <typename Ends>
+std::size_t endFrom(std::string_view line, std::size_t pos, Ends ends) {
+  return static_cast<std::size_t>(std::find_if(line.begin() + pos, line.end(), ends) -
+                                  line.begin());
+}
 
 /// Takes a quoted word that begins at `pos`; false when it runs past the line.
 bool takeQuoted(std::string_view line, std::size_t& pos, std::string& word) {
@@ -112,7 +160,7 @@ class LatticeReading {
 
   std::string readLine(std::string_view text);
   std::string takeField(std::string_view text, std::size_t& pos);
-  std::string store(std::string_view key, std::string_view value);
+  std::string store(Key meaning, std::string_view key, std::string_view value);
   std::string replaceLattice(int count);
   void storeScore(ScoreMap& scores, std::string_view key, std::string_view value) const;
   void addLink();
@@ -122,6 +170,9 @@ class LatticeReading {
   bool isNodeIndex(int index) const {
     return m_Graph.adjacency && index >= 0 && index < m_Graph.adjacency->nodeCount;
   }
+
+  /// The node that a node line is about.
+  Node& lineNode() { return m_Graph.nodes[static_cast<std::size_t>(m_Line.index)]; }
 
   Graph& m_Graph;
   const std::string& m_Path;
@@ -161,10 +212,10 @@ std::string LatticeReading::readLine(std::string_view text) {
 /// Handles the field whose key begins at `pos` and moves `pos` behind it, to the end of the line
 /// when the rest of it does not count.
 std::string LatticeReading::takeField(std::string_view text, std::size_t& pos) {
-  const std::size_t keyEnd = std::min(text.find_first_of(kKeyEnd, pos), text.size());
+  const std::size_t keyEnd = endFrom(text, pos, endsKey);
   const std::string_view key = text.substr(pos, keyEnd - pos);
-  if (isOneOf(key, {"VERSION", "version", "UTTERANCE", "utterance", "LMSCALE", "lmscale",
-                    "WDPENALTY", "wdpenalty", "CONTEXT", "context"})) {
+  const Key meaning = meaningOf(key);
+  if (meaning == Key::Header) {
     pos = text.size();
     return "";
   }
@@ -172,7 +223,7 @@ std::string LatticeReading::takeField(std::string_view text, std::size_t& pos) {
   if (pos == std::string_view::npos || text[pos] != '=') return syntaxError(m_LineNumber);
   pos = std::min(text.find_first_not_of(kBlanks, pos + 1), text.size());
 
-  if (isOneOf(key, {"W", "WORD", "word"})) {
+  if (meaning == Key::Word) {
     const char first = pos < text.size() ? text[pos] : '\0';
     m_Line.word.clear();
     const bool taken = first == '"'   ? takeQuoted(text, pos, m_Line.word)
@@ -181,34 +232,39 @@ std::string LatticeReading::takeField(std::string_view text, std::size_t& pos) {
     return taken ? "" : syntaxError(m_LineNumber);
   }
   const std::size_t begin = pos;
-  pos = std::min(text.find_first_of(kValueEnd, begin), text.size());
-  return store(key, text.substr(begin, pos - begin));
+  pos = endFrom(text, begin, endsValue);
+  return store(meaning, key, text.substr(begin, pos - begin));
 }
 
-std::string LatticeReading::store(std::string_view key, std::string_view value) {
-  if (key == "I") {
-    m_Line.index = parseInt(value);
-    m_Line.type = Record::Node;
-    if (!isNodeIndex(m_Line.index)) return syntaxError(m_LineNumber);
-  } else if (key == "J") {
-    m_Line.index = parseInt(value);
-    m_Line.type = Record::Link;
-  } else if (isOneOf(key, {"S", "START", "start"})) {
-    m_Line.linkStart = parseInt(value);
-  } else if (isOneOf(key, {"E", "END", "end"})) {
-    m_Line.linkEnd = parseInt(value);
-  } else if (isOneOf(key, {"N", "NODES", "nodes"})) {
-    return replaceLattice(parseInt(value));
-  } else if (isOneOf(key, {"L", "LINKS", "links"})) {
-    // how many links there are shows when they come
-  } else if (m_Line.type == Record::Link) {
-    if (!isOneOf(key, {"t", "TIME", "time"})) storeScore(m_Line.scores, key, value);
-  } else if (m_Line.type == Record::Node) {
-    Node& node = m_Graph.nodes[static_cast<std::size_t>(m_Line.index)];
-    if (isOneOf(key, {"t", "TIME", "time"}))
-      node.time = parseDouble(value);
-    else
-      storeScore(node.scores, key, value);
+std::string LatticeReading::store(Key meaning, std::string_view key, std::string_view value) {
+  switch (meaning) {
+    case Key::NodeIndex:
+      m_Line.index = parseInt(value);
+      m_Line.type = Record::Node;
+      return isNodeIndex(m_Line.index) ? "" : syntaxError(m_LineNumber);
+    case Key::LinkId:
+      m_Line.index = parseInt(value);
+      m_Line.type = Record::Link;
+      break;
+    case Key::LinkStart:
+      m_Line.linkStart = parseInt(value);
+      break;
+    case Key::LinkEnd:
+      m_Line.linkEnd = parseInt(value);
+      break;
+    case Key::NodeCount:
+      return replaceLattice(parseInt(value));
+    case Key::Time:
+      if (m_Line.type == Record::Node) lineNode().time = parseDouble(value);
+      break;
+    case Key::Score:
+      if (m_Line.type == Record::Node) storeScore(lineNode().scores, key, value);
+      if (m_Line.type == Record::Link) storeScore(m_Line.scores, key, value);
+      break;
+    case Key::Header:
+    case Key::Word:
+    case Key::LinkCount:  // how many links there are shows when they come
+      break;
   }
   return "";
 }

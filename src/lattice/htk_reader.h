@@ -25,9 +25,8 @@ inline constexpr int kMostNodes = 50000;
 /// order, of the last link that has scores.
 ///
 /// Returns "" on success, else one line for the user:
-///   - PATH + ": syntax error line " + NUMBER, also for a node outside the node count and for a
-///   file
-///     without node count (then the number of its last line);
+///   - PATH + ": syntax error line " + NUMBER, also for a node outside the node count, and with the
+///     number of its last line for a file without node count;
 ///   - "Bad number of node in HTK file : " + COUNT, for fewer than 1 or more than kMostNodes nodes;
 ///   - PATH + " : file not found or permission denied", when reading breaks off.
 /// What was read before the faulty line stays in `graph`.

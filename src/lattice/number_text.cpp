@@ -42,11 +42,33 @@ NumberStream& numberStream() {
   return stream;
 }
 
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+bool beginsLikeNumber(std::string_view text) {
+  if (!text.empty() && text[0] == '-') text.remove_prefix(1);
+  return !text.empty() && isDigit(text[0]);
+}
+
 }  // namespace
 
-int parseInt(std::string_view text) { return numberStream().extract<int>(text); }
+// A stream is asked only where the quick conversion does not take the text as a stream would.
 
-double parseDouble(std::string_view text) { return numberStream().extract<double>(text); }
+int parseInt(std::string_view text) {
+  int number = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+  return result.ec == std::errc() ? number : numberStream().extract<int>(text);
+}
+
+double parseDouble(std::string_view text) {
+  const char* const end = text.data() + text.size();
+  double number = 0.0;
+  if (beginsLikeNumber(text)) {
+    const auto result = std::from_chars(text.data(), end, number, std::chars_format::fixed);
+    const bool mayGoOn = result.ptr != end && (*result.ptr == 'e' || *result.ptr == 'E');
+    if (result.ec == std::errc() && !mayGoOn) return number;
+  }
+  return numberStream().extract<double>(text);
+}
 
 std::string formatNumber(double number) {
   constexpr int kSignificantDigits = 6;

@@ -59,10 +59,15 @@ void collectLinks(LatticeAdjacency& adjacency, const std::vector<int>& pathNodes
     if (count < linkIds.size()) linkIds[count] = bestId;
   };
 
+  auto first = steps.begin();  // the first step that leaves a node not yet passed
   for (int start = 0; start < adjacency.nodeCount; ++start) {
+    while (first != steps.end() && first->first < start) ++first;
+    auto last = first;
+    while (last != steps.end() && last->first == start) ++last;
+    if (first == last) continue;
     for (Edge& edge : adjacency.outgoing[slot(start)]) {
       const std::pair<int, int> step(start, edge.endNode);
-      if (!std::binary_search(steps.begin(), steps.end(), step)) continue;
+      if (!std::binary_search(first, last, step)) continue;
       const double score = currentScore(edge);
       if (step == current && !(score < bestScore)) continue;
       if (step != current && current.first != -1) {

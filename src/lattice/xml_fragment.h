@@ -25,7 +25,8 @@ const xmlAttr* firstAttribute(const xmlNode* node);
 /// declaration, not part of the fragment.
 const xmlNode* firstChild(const xmlNode* node);
 
-/// An attribute's value up to the first entity reference in it, which in='' has none of.
+/// An attribute's value as far as its first child has it: the text up to the first entity
+/// reference, or the entity's own text where the value begins with one; "" without a child.
 std::string attributeValue(const xmlAttr* attribute);
 
 /// libxml2's characters (UTF-8) as the rest of the program has them.

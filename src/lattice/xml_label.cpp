@@ -1,5 +1,7 @@
 #include "lattice/xml_label.h"
 
+#include <libxml/parser.h>
+
 #include "lattice/xml_fragment.h"
 
 namespace quorbel {
@@ -20,12 +22,14 @@ std::string joinFields(const std::vector<Field>& fields, const xmlNode* root, Lo
 }  // namespace
 
 std::string edgeXmlLabel(const Graph& graph, const std::string& word, bool byIndex) {
-  const XmlDocument document = parseXmlFragment(word, "getXMLInfo.xml");
+  XmlDocument document = parseXmlFragment(word, "getXMLInfo.xml");
   if (!document) return "NULL";
   const xmlNode* root = xmlDocGetRootElement(document.get());
   std::string label = byIndex ? joinFields(graph.fieldsByIndex, root, lookupFieldByIndex)
                               : joinFields(graph.fieldsByName, root, lookupFieldByName);
   if (label.empty()) label = firstAttributeValue(root);
+  document.reset();
+  xmlCleanupParser();
   return label.empty() ? "NULL" : label;
 }
 

@@ -17,6 +17,7 @@ namespace quorbel {
 /// "NULL".
 ///
 /// The fragment is parsed without substituting entities and without loading anything from outside.
+/// Afterwards libxml2's global state is cleaned up: no other thread may use libxml2 meanwhile.
 std::string edgeXmlLabel(const Graph& graph, const std::string& word, bool byIndex);
 
 /// The value of the attribute `field.attribute` of the element at `field.path`, "" if there is
