@@ -53,11 +53,12 @@ void MainWindow::exportGraph(const std::string& format) {
     show_error(*this, "No graph opened");
     return;
   }
+  if (putOffWhileRendering([this, format] { exportGraph(format); })) return;
   Gtk::FileChooserDialog dialog(*this, "Please choose a filename", Gtk::FILE_CHOOSER_ACTION_SAVE);
   dialog.add_button(Gtk::Stock::CANCEL, Gtk::RESPONSE_CANCEL);
   dialog.add_button(Gtk::Stock::SAVE, Gtk::RESPONSE_OK);
   const std::optional<std::string> name = chooseName(dialog, format);
-  if (!name) return;
+  if (!name || !m_FileOpened) return;  // what was put off may have closed the file meanwhile
   refreshSelectedEdgeScore(m_Graph);
   m_Graph.outputFormat = format;
   if (format == "dia")
