@@ -5,6 +5,7 @@
 #include "app/main_window.h"
 #include "app/product.h"
 #include "app/user_text.h"
+#include "dialogs/open_file_dialog.h"
 #include "lattice/htk_reader.h"
 
 namespace quorbel {
@@ -22,23 +23,9 @@ bool isReadable(const std::string& path) {
 
 void MainWindow::on_open_dialog() {
   if (putOffWhileRendering([this] { on_open_dialog(); })) return;
-  Gtk::FileChooserDialog dialog(*this, "Please choose a HTK file", Gtk::FILE_CHOOSER_ACTION_OPEN);
-  dialog.add_button(Gtk::Stock::CANCEL, Gtk::RESPONSE_CANCEL);
-  dialog.add_button(Gtk::Stock::OPEN, Gtk::RESPONSE_OK);
-  Gtk::FileFilter lattices;
-  lattices.set_name("HTK files");
-  lattices.add_pattern("*.htk");
-  lattices.add_pattern("*.lat");
-  dialog.add_filter(lattices);
-  Gtk::FileFilter anyFiles;
-  anyFiles.set_name("Any files");
-  anyFiles.add_pattern("*");
-  dialog.add_filter(anyFiles);
-
-  const int response = dialog.run();
-  dialog.hide();
-  if (response != Gtk::RESPONSE_OK) return;
-  open_lattice(build_sibling_menu(dialog.get_filename()));
+  const auto path = askForFile(
+      *this, {"Please choose a HTK file", Gtk::RESPONSE_OK, "HTK files", {"*.htk", "*.lat"}});
+  if (path) open_lattice(build_sibling_menu(*path));
 }
 
 /// Remembers the folder of `path` and lists the files beside it that share its stem (sound files
@@ -95,8 +82,9 @@ void MainWindow::on_window_show() {
 
 void MainWindow::on_close() {
   if (!m_FileOpened || putOffWhileRendering([this] { on_close(); })) return;
-  m_Statusbar.pop(kFileContext);
-  m_Statusbar.pop(kRunContext);  // path totals would cover "No file opened"
+  m_Statusbar.pop(kRunContext);                   // path totals would cover "No file opened"
+  m_Statusbar.remove_all_messages(kFileContext);  // none, where the first drawing broke off
+  m_Statusbar.push(kNoFile, kFileContext);
   set_title(PRODUCT_NAME);
   m_Zoom = 1.0f;
   m_PointerX = m_PointerY = 0;

@@ -1,9 +1,10 @@
 // Finding, opening, playing and stopping the sound of the open lattice. The strip that shows it is
 // in sound_strip.cpp, the player in audio_io.h.
 
-#include <fstream>
+#include <unistd.h>
 
 #include "app/main_window.h"
+#include "dialogs/open_file_dialog.h"
 #include "sound/matching_sound.h"
 #include "sound/play_clock.h"
 
@@ -22,13 +23,17 @@ std::int32_t wallClock() {
 void MainWindow::loadMatchingSound(const std::string& latticePath) {
   if (const auto path = matchingSoundPath(latticePath)) m_SoundPath = *path;
   m_SoundLoaded = false;
-  if (std::ifstream(m_SoundPath)) loadSound();
+  m_SoundArea.queue_draw();
+  if (access(m_SoundPath.c_str(), R_OK) == 0) loadSound();
 }
 
-/// Loads the file m_SoundPath; says so when it cannot be decoded.
+/// Loads the file m_SoundPath; says so when it cannot be decoded. A pipe would keep the window
+/// waiting.
 void MainWindow::loadSound() {
-  m_SoundLoaded = m_Audio.load(m_SoundPath);
+  const bool isFile = Glib::file_test(m_SoundPath, Glib::FILE_TEST_IS_REGULAR);
+  m_SoundLoaded = isFile && m_Audio.load(m_SoundPath);
   m_Waveform = Waveform();
+  m_refWaveformPicture.reset();
   m_SoundArea.queue_draw();
   if (!m_SoundLoaded) show_error(*this, "Unable to load " + m_SoundPath);
 }
@@ -40,26 +45,16 @@ void MainWindow::closeSound() {
   m_Audio.freeSamples();
   m_SoundLoaded = false;
   m_Waveform = Waveform();
+  m_refWaveformPicture.reset();
 }
 
 void MainWindow::on_open_sound() {
-  Gtk::FileChooserDialog dialog(*this, "Please choose a sound file", Gtk::FILE_CHOOSER_ACTION_OPEN);
-  dialog.add_button(Gtk::Stock::CANCEL, Gtk::RESPONSE_CANCEL);
-  dialog.add_button(Gtk::Stock::OPEN, Gtk::RESPONSE_ACCEPT);
-  Gtk::FileFilter sounds;
-  sounds.set_name("Sound files");
-  sounds.add_pattern("*.wav");
-  sounds.add_pattern("*.raw");
-  dialog.add_filter(sounds);
-  Gtk::FileFilter anyFiles;
-  anyFiles.set_name("Any files");
-  anyFiles.add_pattern("*");
-  dialog.add_filter(anyFiles);
-
-  const int response = dialog.run();
-  dialog.hide();
-  if (response != Gtk::RESPONSE_ACCEPT) return;
-  m_SoundPath = dialog.get_filename();
+  if (putOffWhileRendering([this] { on_open_sound(); })) return;
+  const auto path = askForFile(
+      *this,
+      {"Please choose a sound file", Gtk::RESPONSE_ACCEPT, "Sound files", {"*.wav", "*.raw"}});
+  if (!path) return;
+  m_SoundPath = *path;
   loadSound();
 }
 

@@ -12,6 +12,11 @@ constexpr Rgba kRangeFill{1, 0, 0, 0.3};
 constexpr Rgba kRangeOutline{0, 1, 0, 0.75};
 constexpr double kRangeRadius = 20.0;
 
+void paintWhite(const Cairo::RefPtr<Cairo::Context>& context) {
+  context->set_source_rgb(1, 1, 1);
+  context->paint();
+}
+
 }  // namespace
 
 /// The waveform for the strip's width, computed once per sound and width.
@@ -22,21 +27,37 @@ const Waveform& MainWindow::currentWaveform() {
   return m_Waveform;
 }
 
-bool MainWindow::on_sound_expose(GdkEventExpose*) {
-  const Cairo::RefPtr<Cairo::Context> context = m_SoundArea.get_window()->create_cairo_context();
+/// The waveform on white, drawn once per sound and size: the outline has thousands of lines, and
+/// the display may need longer for them than lies between two ticks of the cursor.
+Glib::RefPtr<Gdk::Pixmap> MainWindow::waveformPicture() {
   const int width = m_SoundArea.get_width();
   const int height = m_SoundArea.get_height();
-  context->set_source_rgb(1, 1, 1);
-  context->rectangle(0, 0, width, height);
-  context->fill();
-  if (!m_SoundLoaded || !m_Audio.samples()) return true;
+  int pictureWidth = 0;
+  int pictureHeight = 0;
+  if (m_refWaveformPicture) m_refWaveformPicture->get_size(pictureWidth, pictureHeight);
+  if (pictureWidth == width && pictureHeight == height) return m_refWaveformPicture;
 
-  const Waveform& waveform = currentWaveform();
-  for (const WaveformPoint& point : waveformOutline(waveform, m_Audio.peak(), height))
+  m_refWaveformPicture = Gdk::Pixmap::create(m_SoundArea.get_window(), width, height);
+  const Cairo::RefPtr<Cairo::Context> context = m_refWaveformPicture->create_cairo_context();
+  paintWhite(context);
+  for (const WaveformPoint& point : waveformOutline(currentWaveform(), m_Audio.peak(), height))
     context->line_to(point.x, point.y);
   context->close_path();
   context->set_source_rgb(0, 0, 1);
   context->stroke();
+  return m_refWaveformPicture;
+}
+
+bool MainWindow::on_sound_expose(GdkEventExpose*) {
+  const Cairo::RefPtr<Cairo::Context> context = m_SoundArea.get_window()->create_cairo_context();
+  const int width = m_SoundArea.get_width();
+  const int height = m_SoundArea.get_height();
+  if (!m_SoundLoaded || !m_Audio.samples()) {
+    paintWhite(context);
+    return true;
+  }
+  Gdk::Cairo::set_source_pixmap(context, waveformPicture(), 0, 0);
+  context->paint();
 
   bool hasRange = !m_SelectedEdges.empty();
   if (!hasRange) {
@@ -52,6 +73,7 @@ bool MainWindow::on_sound_expose(GdkEventExpose*) {
   }
 
   if (m_Playing) {
+    const Waveform& waveform = currentWaveform();
     if (m_SelectedEdges.empty()) m_RangeStart = 0.0;
     const double position = m_Audio.positionFraction(m_PlayElapsedMs) + m_RangeStart;
     const int x = cursorColumn(position, waveform.count, waveform.perPixel);

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <gtkmm/dialog.h>
+#include <gtkmm/window.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorbel {
+
+/// What a dialog that opens files says and shows.
+struct OpenFileRequest {
+  Glib::ustring title;
+  Gtk::ResponseType openResponse;       ///< what the Open button answers
+  Glib::ustring filterName;             ///< of the filter in force; "Any files" is the other one
+  std::vector<Glib::ustring> patterns;  ///< of the filter in force, such as "*.lat"
+};
+
+/// Asks the user for a file over `parent`. Returns its full path in the file system's encoding,
+/// none when the user gives up. The dialog is gone when this returns.
+std::optional<std::string> askForFile(Gtk::Window& parent, const OpenFileRequest& request);
+
+}  // namespace quorbel
