@@ -1,5 +1,9 @@
 #include "app/canvas_painting.h"
 
+#include <cairomm/surface.h>
+
+#include <algorithm>
+
 #include "app/rounded_box.h"
 
 namespace quorbel {
@@ -20,73 +24,120 @@ constexpr double kFirstPlayPosition = 0.01;
 /// How far ahead of the play position nodes light up, as a fraction of the utterance.
 constexpr double kPlayAhead = 0.08;
 
-class HighlightPainter {
+/// The outline reaches a little beyond its box.
+constexpr int kOutline = 2;
+
+bool isVisible(const Box& box, const Box& area) {
+  return box.left - kOutline < area.left + area.width &&
+         box.left + box.width + kOutline > area.left &&
+         box.top - kOutline < area.top + area.height && box.top + box.height + kOutline > area.top;
+}
+
+/// The boxes of edges to be painted, as far as they are visible.
+class EdgeBoxes {
  public:
-  HighlightPainter(const Cairo::RefPtr<Cairo::Context>& context, const CanvasMapping& mapping,
-                   const CanvasHighlights& highlights, const Box& area)
-      : m_Context(context), m_Mapping(mapping), m_Highlights(highlights), m_Area(area) {}
+  EdgeBoxes(const CanvasMapping& mapping, const CanvasHighlights& highlights, const Box& area)
+      : m_Mapping(mapping), m_Highlights(highlights), m_Area(area) {}
 
-  void paintEdge(const LayoutItem& edge, const BoxColours& label, const BoxColours& nodes) const {
-    paintBox(labelBox(m_Mapping, edge), label, labelRadius(m_Mapping.zoom));
-    paintNode(edge.startNode, nodes);
-    if (edge.endNode != edge.startNode) paintNode(edge.endNode, nodes);
-  }
-
-  void paintPassedNode(const LayoutItem& node) const {
-    const Box box = nodeBox(m_Mapping, node);
-    if (!isVisible(box)) return;
-    m_Context->set_source_rgb(0, 1, 0);
-    m_Context->rectangle(box.left, box.top, box.width, box.height);
-    m_Context->fill();
-  }
-
- private:
-  void paintNode(int nodeIndex, const BoxColours& colours) const {
-    const auto [first, last] = m_Highlights.nodeItems.find(nodeIndex);
-    for (auto node = first; node != last; ++node) {
-      const Box box = nodeBox(m_Mapping, m_Highlights.items[node->second]);
-      paintBox(box, colours, box.height);
+  /// Adds the label of an edge and then its nodes, these in the order of the drawing.
+  void add(const LayoutItem& edge, const BoxColours& label, const BoxColours& nodes) {
+    addBox(labelBox(m_Mapping, edge), label, labelRadius(m_Mapping.zoom));
+    m_Positions.clear();
+    addPositions(edge.startNode);
+    if (edge.endNode != edge.startNode) addPositions(edge.endNode);
+    std::sort(m_Positions.begin(), m_Positions.end());
+    for (const std::size_t position : m_Positions) {
+      const Box box = nodeBox(m_Mapping, m_Highlights.items[position]);
+      addBox(box, nodes, box.height);
     }
   }
 
-  void paintBox(const Box& box, const BoxColours& colours, int radius) const {
-    if (isVisible(box))
-      drawRoundedBox(m_Context, colours.fill, colours.outline, box.left, box.top, box.width,
+  /// Many boxes are painted on a copy of the canvas in memory, which the display gets as a whole:
+  /// painted one by one they would take it twice as long.
+  void paint(const Cairo::RefPtr<Cairo::Context>& context) const {
+    constexpr std::size_t kFewBoxes = 30;
+    if (m_Boxes.size() <= kFewBoxes) return paintEach(context);
+    const Box bounds = visibleBounds();
+    const auto copy = Cairo::ImageSurface::create(Cairo::FORMAT_RGB24, bounds.width, bounds.height);
+    const auto copyContext = Cairo::Context::create(copy);
+    copyContext->translate(-bounds.left, -bounds.top);
+    copyContext->set_source(context->get_target(), 0, 0);
+    copyContext->paint();
+    paintEach(copyContext);
+    context->set_source(copy, bounds.left, bounds.top);
+    context->paint();
+  }
+
+ private:
+  struct PaintedBox {
+    Box box;
+    const BoxColours* colours;
+    int radius;
+  };
+
+  void addPositions(int nodeIndex) {
+    const auto [first, last] = m_Highlights.nodeItems.find(nodeIndex);
+    for (auto node = first; node != last; ++node) m_Positions.push_back(node->second);
+  }
+
+  void addBox(const Box& box, const BoxColours& colours, int radius) {
+    if (isVisible(box, m_Area)) m_Boxes.push_back({box, &colours, radius});
+  }
+
+  void paintEach(const Cairo::RefPtr<Cairo::Context>& context) const {
+    for (const auto& [box, colours, radius] : m_Boxes)
+      drawRoundedBox(context, colours->fill, colours->outline, box.left, box.top, box.width,
                      box.height, radius);
   }
 
-  /// The outline reaches a little beyond its box.
-  bool isVisible(const Box& box) const {
-    constexpr int kOutline = 2;
-    return box.left - kOutline < m_Area.left + m_Area.width &&
-           box.left + box.width + kOutline > m_Area.left &&
-           box.top - kOutline < m_Area.top + m_Area.height &&
-           box.top + box.height + kOutline > m_Area.top;
+  /// The part of the area that the boxes reach.
+  Box visibleBounds() const {
+    int left = m_Area.left + m_Area.width;
+    int top = m_Area.top + m_Area.height;
+    int right = m_Area.left;
+    int bottom = m_Area.top;
+    for (const PaintedBox& painted : m_Boxes) {
+      const Box& box = painted.box;
+      left = std::min(left, box.left - kOutline);
+      top = std::min(top, box.top - kOutline);
+      right = std::max(right, box.left + box.width + kOutline);
+      bottom = std::max(bottom, box.top + box.height + kOutline);
+    }
+    left = std::max(left, m_Area.left);
+    top = std::max(top, m_Area.top);
+    right = std::min(right, m_Area.left + m_Area.width);
+    bottom = std::min(bottom, m_Area.top + m_Area.height);
+    return Box{left, top, right - left, bottom - top};
   }
 
-  const Cairo::RefPtr<Cairo::Context>& m_Context;
   const CanvasMapping& m_Mapping;
   const CanvasHighlights& m_Highlights;
   const Box& m_Area;
+  std::vector<PaintedBox> m_Boxes;
+  std::vector<std::size_t> m_Positions;  ///< of an edge's nodes in the drawing
 };
 
 }  // namespace
 
 void paintHighlights(const Cairo::RefPtr<Cairo::Context>& context, const CanvasMapping& mapping,
                      const CanvasHighlights& highlights, const Box& area) {
-  const HighlightPainter painter(context, mapping, highlights, area);
+  EdgeBoxes boxes(mapping, highlights, area);
   for (const LayoutItem& edge : highlights.selected)
-    if (edge.x != LayoutItem::kNoPosition) painter.paintEdge(edge, kSelectedLabel, kSelectedNode);
-
+    if (edge.x != LayoutItem::kNoPosition) boxes.add(edge, kSelectedLabel, kSelectedNode);
   for (const LayoutItem& item : highlights.items)
     if (!item.isNode && labelBox(mapping, item).contains(highlights.pointerX, highlights.pointerY))
-      painter.paintEdge(item, kHoveredLabel, kHoveredNode);
+      boxes.add(item, kHoveredLabel, kHoveredNode);
+  boxes.paint(context);
 
   if (!highlights.playPosition || !(*highlights.playPosition >= kFirstPlayPosition)) return;
   const double position = *highlights.playPosition;
-  for (const LayoutItem& item : highlights.items)
-    if (item.isNode && position < item.time && item.time < position + kPlayAhead)
-      painter.paintPassedNode(item);
+  context->set_source_rgb(0, 1, 0);
+  for (const LayoutItem& item : highlights.items) {
+    if (!item.isNode || !(position < item.time && item.time < position + kPlayAhead)) continue;
+    const Box box = nodeBox(mapping, item);
+    if (isVisible(box, area)) context->rectangle(box.left, box.top, box.width, box.height);
+  }
+  context->fill();
 }
 
 }  // namespace quorbel

@@ -24,7 +24,8 @@ struct CanvasHighlights {
 };
 
 /// Paints the boxes of the selected edges, of the edges under the pointer and of the nodes that the
-/// sound is about to pass, in this order. Boxes outside `area` (canvas pixels) are left out.
+/// sound is about to pass, in this order. Boxes outside `area` (canvas pixels) are left out. The
+/// context's units are canvas pixels; its target is opaque and holds what the boxes lie on.
 void paintHighlights(const Cairo::RefPtr<Cairo::Context>& context, const CanvasMapping& mapping,
                      const CanvasHighlights& highlights, const Box& area);
 

@@ -34,7 +34,7 @@ MainWindow::MainWindow(const std::string& startupPath)
   buildInterface();
   m_MainBox.pack_start(m_HPaned, Gtk::PACK_EXPAND_WIDGET, 0);
   m_MainBox.pack_start(m_Statusbar, Gtk::PACK_SHRINK, 0);
-  m_Statusbar.push("No file opened", kFileContext);
+  m_Statusbar.push(kNoFile, kFileContext);
   arrangePanes();
 
   m_GraphArea.set_events(Gdk::POINTER_MOTION_MASK | Gdk::BUTTON_PRESS_MASK | Gdk::KEY_PRESS_MASK |

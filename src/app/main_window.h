@@ -6,6 +6,7 @@
 #include <gtkmm.h>
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <string>
 #include <vector>
@@ -52,6 +53,7 @@ class MainWindow : public Gtk::Window {
 
   static constexpr guint kFileContext = 0;  ///< status bar: which file is open
   static constexpr guint kRunContext = 1;   ///< status bar: what is being done, and path totals
+  static constexpr const char* kNoFile = "No file opened";  ///< first message of kFileContext
 
   virtual void on_open_dialog();                         // opening.cpp
   virtual void open_lattice(const std::string& name);    // opening.cpp: a file in m_CurrentDir
@@ -95,6 +97,7 @@ class MainWindow : public Gtk::Window {
   void loadSound();                                                  // sound/sound_commands.cpp
   void closeSound();                                                 // sound/sound_commands.cpp
   const Waveform& currentWaveform();                                 // sound/sound_strip.cpp
+  Glib::RefPtr<Gdk::Pixmap> waveformPicture();                       // sound/sound_strip.cpp
   void show_error(Gtk::Window& parent, const std::string& message);  // errors.cpp
 
   void renderGraph();                                               // rendering.cpp
@@ -104,6 +107,7 @@ class MainWindow : public Gtk::Window {
   void carrySelectionOver();                                        // rendering.cpp
   void showPathTotals();                                            // rendering.cpp
   bool putOffWhileRendering(const std::function<void()>& command);  // rendering.cpp
+  bool carryOutNext();                                              // rendering.cpp
   void setPointer(Gdk::CursorType cursor);                          // rendering.cpp
 
   CanvasMapping canvasMapping() const;  // canvas.cpp
@@ -173,9 +177,12 @@ class MainWindow : public Gtk::Window {
   bool m_HoverShown = false;  ///< the canvas may show the box of a label under the pointer
   NodeItems m_NodeItems;      ///< finds the nodes among m_EdgeLayouts
   Waveform m_Waveform;        ///< columns of the loaded sound for the strip's width
+  Glib::RefPtr<Gdk::Pixmap> m_refWaveformPicture;  ///< the strip without range and cursor, or empty
 
   int m_RunsInProgress = 0;     ///< calls of renderGraph that have not returned
   bool m_RunBrokenOff = false;  ///< an exception left renderGraph and nobody has cleaned up yet
+  std::deque<std::function<void()>> m_PutOff;  ///< commands that wait for a run to be over
+  bool m_CarryingOut = false;                  ///< one of them is being carried out
   bool m_Quitting = false;
   sigc::connection m_TickConnection;            ///< the play cursor, while sound plays
   std::vector<sigc::connection> m_Connections;  ///< cut before the members go

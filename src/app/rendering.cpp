@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <unordered_map>
+#include <utility>
 
 #include "app/main_window.h"
 #include "lattice/number_text.h"
@@ -36,6 +37,18 @@ class Run {
   int& m_RunsInProgress;
   bool& m_BrokenOff;
   const int m_ExceptionsBefore;
+};
+
+/// Keeps a flag set while it lasts.
+class While {
+ public:
+  explicit While(bool& flag) : m_Flag(flag) { m_Flag = true; }
+  ~While() { m_Flag = false; }
+  While(const While&) = delete;
+  While& operator=(const While&) = delete;
+
+ private:
+  bool& m_Flag;
 };
 
 }  // namespace
@@ -105,6 +118,7 @@ void MainWindow::endRun() {
   m_NodeItems.index(m_EdgeLayouts);
   setPointer(Gdk::LEFT_PTR);
   m_Statusbar.pop(kRunContext);
+  invalidateViews();  // what was painted during the run is blank
 }
 
 /// Gives selected edges their place in the new drawing. Edges that are no longer drawn keep theirs.
@@ -140,17 +154,28 @@ void MainWindow::showPathTotals() {
 }
 
 /// Keeps a command that opens or closes a file until no run is in progress: the events that a run
-/// lets through must not change the file under it. False when the command can be carried out now.
+/// lets through must not change the file under it. Commands keep their order. False when the
+/// command can be carried out now.
 bool MainWindow::putOffWhileRendering(const std::function<void()>& command) {
-  if (m_RunsInProgress == 0) return false;
+  const bool isNext = m_PutOff.empty() || m_CarryingOut;
+  if (m_RunsInProgress == 0 && isNext) return false;
   constexpr unsigned kLookAgainMs = 20;
-  const auto carryOut = [this, command] {
-    const bool lookAgain = m_RunsInProgress > 0;
-    if (!lookAgain) command();
-    return lookAgain;
-  };
-  m_Connections.push_back(Glib::signal_timeout().connect(carryOut, kLookAgainMs));
+  m_PutOff.push_back(command);
+  m_Connections.push_back(Glib::signal_timeout().connect(
+      sigc::mem_fun(*this, &MainWindow::carryOutNext), kLookAgainMs));
   return true;
+}
+
+/// Carries out the command that was put off first, unless it has to wait. True when it has to: a
+/// command is also not to change the file behind a dialog or an open menu.
+bool MainWindow::carryOutNext() {
+  const bool hasToWait = m_RunsInProgress > 0 || m_CarryingOut || gtk_grab_get_current();
+  if (hasToWait) return true;
+  const std::function<void()> command = std::move(m_PutOff.front());
+  m_PutOff.pop_front();
+  const While carryingOut(m_CarryingOut);
+  command();
+  return false;
 }
 
 void MainWindow::setPointer(Gdk::CursorType cursor) {

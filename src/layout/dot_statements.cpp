@@ -236,24 +236,22 @@ bool DotStatements::next(std::string& line) {
 
     // In the old form only a backslash carries a value on: an open quote is a fault of its line.
     const bool isTodays = hasTabBeforeBracket(statement);
-    bool hasLinesOfAttributes = false;
+    bool hasMoreLines = false;
     bool isCutOff = false;
     const auto goesOn = [&] {
-      if (nesting.inQuotes()) return isTodays || hasLinesOfAttributes;
+      if (nesting.inQuotes()) return isTodays || hasMoreLines;
       return nesting.isOpen() && nextLineIsAttribute();
     };
     if (!endsLikeStatement(statement)) {
       while (goesOn()) {
-        const bool isAttribute = !nesting.inQuotes();
         isCutOff = !takeLine(more);
         if (isCutOff) break;
-        hasLinesOfAttributes = hasLinesOfAttributes || isAttribute;
         append();
+        hasMoreLines = true;
       }
     }
-    if (isCutOff && (isTodays || hasLinesOfAttributes)) continue;
-    line =
-        hasLinesOfAttributes ? inOldForm(statement) : positionsInFull(withoutWrapping(statement));
+    if (isCutOff && (isTodays || hasMoreLines)) continue;
+    line = hasMoreLines ? inOldForm(statement) : positionsInFull(withoutWrapping(statement));
     return true;
   }
   return false;
