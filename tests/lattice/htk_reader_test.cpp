@@ -107,7 +107,8 @@ TEST_F(HtkReader, StoresScoresOnlyBehindTheIndexOfANodeOrLink) {
 }
 
 TEST_F(HtkReader, IgnoresTheTimeOfALink) {
-  EXPECT_EQ(linksOf("J=1 t=3 a=1 TIME=4 time=5"), "link 1 from 1 to 1 with a=-1\n");
+  EXPECT_EQ(latticeOf("N=2\nI=1 t=4\nJ=1 S=0 E=0 t=3 a=1 TIME=8 time=5\nJ=0 t=3\n"),
+            "2 nodes, 0 to 1\nnode 1 at 1\nlink 1 from 0 to 0 with a=-1\nlink 0 from 1 to 1\n");
 }
 
 TEST_F(HtkReader, LetsTheLastIndexOfALineDecideWhatItIs) {

@@ -117,6 +117,8 @@ TEST(DotStatements, OfTodaysFormLeaveOutWhatEdgesAndTheDrawingLack) {
   EXPECT_EQ(statementsOf("\t0 -> 1\t[color=red,\n\t\tlp=\"1,2\"];\n"), "0 -> 1 [lp=\"1,2\"];\n");
   EXPECT_EQ(statementsOf("\t0 -> 1\t[color=red,\n\t\tpos=\"1,2\"];\n"), "0 -> 1 [];\n");
   EXPECT_EQ(statementsOf("\tgraph [rankdir=LR,\n\t\tsize=3\n\t];\n"), "graph [];\n");
+  EXPECT_EQ(statementsOf("\t0 -> 1\t[lp=\"1,2\",\n\t\tmy_lp=\"3,4\"];\n"),
+            "0 -> 1 [lp=\"1,2\"];\n");
 }
 
 /// Today's form of an edge with this label, as `dot` would write the value.
@@ -156,6 +158,7 @@ TEST(DotStatements, OfTodaysFormMayBeginWithAWrappedOrBrokenValue) {
             expectedLabel("a b"));
   EXPECT_EQ(statementsOf("\t0 -> 1\t[label=\"a\nb\",\n\t\tlp=\"1,2\"];\n}\n"),
             expectedLabel("a\nb"));
+  EXPECT_EQ(statementsOf("\t0 -> 1\t[label=\"a\n\\\"b\"];\n"), "0 -> 1 [label=\"a\n\\~b\"];\n");
 }
 
 TEST(DotStatements, OfTodaysFormDoNotComeWhenTheFileCutsThemOff) {
@@ -187,6 +190,7 @@ TEST(DotStatements, HaveTheNumbersOfPositionsInFullOnOneLineToo) {
                          "lp=\"1.5e+05,.5e+06\"];\n"),
             "0 -> 1 [label=\"1e+05\", comment=\"1e+05\", pos=\"e,100000,2 3,400000\", "
             "lp=\"150000,500000\"];\n");
+  EXPECT_EQ(statementsOf("0 -> 1 [my_lp=\"1e+05\"];\n"), "0 -> 1 [my_lp=\"1e+05\"];\n");
   EXPECT_EQ(statementsOf("0 -> 1 [help=\"1e+05\", lp = \"1e+05\", lp=1e+05, \"1e+05\"];\n"),
             "0 -> 1 [help=\"1e+05\", lp = \"1e+05\", lp=1e+05, \"1e+05\"];\n");
 }

@@ -107,6 +107,7 @@ TEST(LayoutReaderLine, OfANodeBeginsWithTheFirstQuotedValue) {
       << "sizes follow the first quote, whatever it opens";
   EXPECT_EQ(read("0 [os=\"27,18\", width=\"0.75\", height=\"0.5\"];\n"), node(0, "0,0", "0x0"));
   EXPECT_EQ(read("0 [pos=\"27,18\", idth=\"0.75\", eight=\"0.5\"];\n"), node(0, "27,18", "0x0"));
+  EXPECT_EQ(read("0 [pos=\"27,18\", width=\"0.75\", eight=\"0.5\"];\n"), node(0, "27,18", "60x0"));
   EXPECT_EQ(read("0 [pos =\"27,18\", width=\"0.75\", height=\"0.5\"];\n"), node(0, "0,0", "0x0"));
   EXPECT_EQ(read("0 [spos=\"27,18\", width=\"0.75\", height=\"0.5\"];\n"),
             node(0, "27,18", "60x40"));
