@@ -16,6 +16,7 @@ class TestWindow : public MainWindow {
   using MainWindow::canvasMapping;
   using MainWindow::clear_selection;
   using MainWindow::exportGraph;
+  using MainWindow::invalidateViews;
   using MainWindow::on_about;
   using MainWindow::on_close;
   using MainWindow::on_display_default;
@@ -77,6 +78,7 @@ class TestWindow : public MainWindow {
   using MainWindow::m_refTreeSelection;
   using MainWindow::m_refTreeStore;
   using MainWindow::m_refUIManager;
+  using MainWindow::m_refWaveformPicture;
   using MainWindow::m_Rendering;
   using MainWindow::m_RightPaned;
   using MainWindow::m_RunsInProgress;

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <thread>
+#include <utility>
 
 namespace quorbel {
 namespace {
@@ -26,9 +27,37 @@ std::string textOf(Gtk::Dialog& dialog) {
   return text;
 }
 
+/// The running test's list of warnings. The toolkit's log can be redirected once a process.
+std::vector<std::string>* warningsOfTest = nullptr;
+
+GLogWriterOutput noteWarning(GLogLevelFlags level, const GLogField* fields, gsize count, gpointer) {
+  if (warningsOfTest && (level & G_LOG_LEVEL_MASK) <= G_LOG_LEVEL_WARNING) {
+    gchar* const line = g_log_writer_format_fields(level, fields, count, false);
+    warningsOfTest->push_back(line);
+    g_free(line);
+  }
+  return g_log_writer_default(level, fields, count, nullptr);
+}
+
+void noteWarningsIn(std::vector<std::string>* list) {
+  if (static bool redirected = false; !std::exchange(redirected, true))
+    g_log_set_writer_func(noteWarning, nullptr, nullptr);
+  warningsOfTest = list;
+}
+
+/// Button presses that have reached the program.
+int buttonPresses = 0;
+
+GdkFilterReturn countButtonPresses(GdkXEvent* event, GdkEvent*, gpointer) {
+  if (static_cast<XEvent*>(event)->type == ButtonPress) ++buttonPresses;
+  return GDK_FILTER_CONTINUE;
+}
+
 }  // namespace
 
 WindowTest::WindowTest() {
+  noteWarningsIn(&warnings);
+  gdk_window_add_filter(nullptr, countButtonPresses, nullptr);
   std::filesystem::copy(QUORBEL_IMAGES, folder.path() / "images");
   answer = [](Gtk::Dialog& dialog) {
     dialog.response(GTK_IS_MESSAGE_DIALOG(dialog.gobj()) ? Gtk::RESPONSE_OK
@@ -39,9 +68,12 @@ WindowTest::WindowTest() {
 }
 
 WindowTest::~WindowTest() {
+  gdk_window_remove_filter(nullptr, countButtonPresses, nullptr);
   m_LastResort.disconnect();
   window.reset();
   m_Answering.disconnect();
+  noteWarningsIn(nullptr);
+  EXPECT_EQ(warnings, std::vector<std::string>());
 }
 
 bool WindowTest::answerDialogs() {
@@ -122,6 +154,42 @@ void WindowTest::replaceDot(const std::string& script) {
   std::filesystem::permissions(programs / "dot", std::filesystem::perms::owner_all);
 }
 
+void WindowTest::activate(const char* action) {
+  window->m_refActionGroup->get_action(action)->activate();
+}
+
+void WindowTest::duringStage(const char* stage, const std::function<void()>& act) {
+  auto connection = std::make_shared<sigc::connection>();
+  *connection =
+      window->m_Statusbar.signal_text_pushed().connect([=](guint, const Glib::ustring& text) {
+        if (text != stage) return;
+        connection->disconnect();
+        Glib::signal_idle().connect_once(act, Glib::PRIORITY_DEFAULT);
+      });
+}
+
+void WindowTest::choose(Gtk::FileChooserDialog& dialog, const std::string& path, int response) {
+  dialog.set_filename(path);
+  Glib::signal_timeout().connect(
+      [&dialog, path, response] {
+        const bool isChosen = dialog.get_filename() == path;
+        if (isChosen) dialog.response(response);
+        return !isChosen;
+      },
+      kAnswerEveryMs);
+}
+
+void WindowTest::closeByWindowManager() {
+  XEvent event = {};
+  event.xclient.type = ClientMessage;
+  event.xclient.window = GDK_WINDOW_XID(window->get_window()->gobj());
+  event.xclient.message_type = XInternAtom(xDisplay(), "_NET_CLOSE_WINDOW", False);
+  event.xclient.format = 32;
+  XSendEvent(xDisplay(), DefaultRootWindow(xDisplay()), False,
+             SubstructureRedirectMask | SubstructureNotifyMask, &event);
+  XFlush(xDisplay());
+}
+
 std::vector<std::string> WindowTest::linesOf(const std::string& name) const {
   std::ifstream stream(folder.path() / name);
   std::vector<std::string> lines;
@@ -133,6 +201,10 @@ void WindowTest::sendPointerTo(Gtk::Widget& widget, int x, int y) {
   int originX = 0;
   int originY = 0;
   widget.get_window()->get_origin(originX, originY);
+  if (!widget.get_has_window()) {
+    originX += widget.get_allocation().get_x();
+    originY += widget.get_allocation().get_y();
+  }
   XTestFakeMotionEvent(xDisplay(), -1, originX + x, originY + y, 0);
 }
 
@@ -142,8 +214,9 @@ void WindowTest::movePointer(Gtk::Widget& widget, int x, int y) {
 }
 
 void WindowTest::pressButton(unsigned button) {
+  const int before = buttonPresses;
   XTestFakeButtonEvent(xDisplay(), button, True, 0);
-  settle();
+  awaitButtonPresses(before + 1);
 }
 
 void WindowTest::releaseButton(unsigned button) {
@@ -157,13 +230,24 @@ void WindowTest::click(Gtk::Widget& widget, int x, int y, unsigned button) {
   releaseButton(button);
 }
 
-/// All four events at once: the toolkit only takes quick presses for a double press.
+/// All four events at once: the toolkit only takes quick presses for a double press. Two such
+/// double presses are kept apart, for it makes triple presses of closer ones.
 void WindowTest::doubleClick(Gtk::Widget& widget, int x, int y, unsigned button) {
-  const unsigned doubleClickMs = 250;
-  std::this_thread::sleep_for(std::chrono::milliseconds(doubleClickMs));  // apart from the last one
+  const auto apart = 2 * std::chrono::milliseconds(250) + std::chrono::milliseconds(20);
   movePointer(widget, x, y);
+  std::this_thread::sleep_until(m_LastDoubleClick + apart);
+  const int before = buttonPresses;
   for (const Bool isPress : {True, False, True, False})
     XTestFakeButtonEvent(xDisplay(), button, isPress, 0);
+  awaitButtonPresses(before + 2);
+  m_LastDoubleClick = std::chrono::steady_clock::now();
+}
+
+/// The window manager holds presses back until it has looked at them.
+void WindowTest::awaitButtonPresses(int count) {
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+  XFlush(xDisplay());
+  waitFor([&] { return buttonPresses >= count || std::chrono::steady_clock::now() > deadline; });
   settle();
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <gtkmm.h>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -16,7 +17,8 @@ namespace quorbel {
 /// A test of the real window on a real display (scripts/with-display gives each test one).
 ///
 /// The working directory is a folder of its own with the viewer's pictures in it. Each error box or
-/// other dialog that comes up is noted in `dialogs` and answered by `answer`.
+/// other dialog that comes up is noted in `dialogs` and answered by `answer`. Warnings of the
+/// toolkit make a test fail.
 class WindowTest : public ::testing::Test {
  protected:
   WindowTest();
@@ -37,6 +39,19 @@ class WindowTest : public ::testing::Test {
   /// Puts a program `dot` first on the search path: a shell script with this text. "$REAL_DOT" in
   /// it is the path of the real one.
   void replaceDot(const std::string& script);
+
+  /// Activates an action as its menu entry does: what the handler throws goes to the last resort.
+  void activate(const char* action);
+
+  /// Has `act` carried out, once, by the events that the pipeline lets through at the stage that
+  /// shows this text in the status bar.
+  void duringStage(const char* stage, const std::function<void()>& act);
+
+  /// Chooses the file in a dialog that has come up, and gives the response once it is chosen.
+  static void choose(Gtk::FileChooserDialog& dialog, const std::string& path, int response);
+
+  /// Asks for the window to be closed, as a click on the cross in its title bar does.
+  void closeByWindowManager();
 
   /// The lines of a file that a stand-in writes, none when there is no such file.
   std::vector<std::string> linesOf(const std::string& name) const;
@@ -72,6 +87,10 @@ class WindowTest : public ::testing::Test {
   /// The dialogs that came up: title, or for message boxes the secondary text.
   std::vector<std::string> dialogs;
 
+  /// What the toolkit warned about while the window lived. A test fails when it is not empty in the
+  /// end.
+  std::vector<std::string> warnings;
+
   /// Answers a dialog that has come up; closes it with the response that a user's first thought
   /// would be unless a test sets something else.
   std::function<void(Gtk::Dialog&)> answer;
@@ -79,8 +98,10 @@ class WindowTest : public ::testing::Test {
  private:
   bool answerDialogs();
   void sendPointerTo(Gtk::Widget& widget, int x, int y);
+  void awaitButtonPresses(int count);
 
   std::vector<GtkWidget*> m_Answered;
+  std::chrono::steady_clock::time_point m_LastDoubleClick;
   sigc::connection m_Answering;
   sigc::connection m_LastResort;
 };

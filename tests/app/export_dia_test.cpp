@@ -1,0 +1,107 @@
+// Who writes the diagram for Dia: `dot` where it can, else the viewer from the layout drawn anew.
+
+#include <algorithm>
+
+#include "app/export_fixture.h"
+#include "layout/file_names.h"
+#include "layout/file_stamp.h"
+
+namespace quorbel {
+namespace {
+
+class ExportToDia : public ExportTest {
+ protected:
+  bool isOurs(const char* name) const {
+    return textOf(folder.path() / name).find("<dia:diagram") != std::string::npos;
+  }
+};
+
+TEST_F(ExportToDia, TodaysDotLeavesItToTheViewer) {
+  openLattice(kTwoWays);
+  watchDot();
+  exportAs("FileExportDIA", "out");
+  EXPECT_EQ(takeDotRuns(), runsFor("dia", pathOf("out.dia")));
+  EXPECT_TRUE(isOurs("out.dia"));
+  EXPECT_EQ(window->m_Graph.outputFormat, "png");
+}
+
+TEST_F(ExportToDia, ViewerReplacesAnOlderFile) {
+  openLattice(kTwoWays);
+  folder.write("out.dia", "an older diagram");
+  exportAs("FileExportDIA", "out");
+  EXPECT_EQ(dialogs.back(), question("out.dia"));
+  EXPECT_TRUE(isOurs("out.dia"));
+}
+
+TEST_F(ExportToDia, DiagramIsThatOfTheLayoutDrawnAnew) {
+  openLattice(kTwoWays);
+  activate("DisplayValue");
+  exportAs("FileExportDIA", "out");
+  EXPECT_NE(textOf("out.dia").find("#20.25#"), std::string::npos);
+  EXPECT_EQ(textOf("out.dia").find("#c/C#"), std::string::npos);
+}
+
+TEST_F(ExportToDia, DiagramOfADotThatCanIsKept) {
+  openLattice(kTwoWays);
+  watchDot(
+      "[ \"$1\" = -Tdia ] && { printf %s 'by dot' >\"$3\"; exit; }\nexec \"$REAL_DOT\" \"$@\"");
+  exportAs("FileExportDIA", "new");
+  EXPECT_EQ(textOf("new.dia"), "by dot");
+  folder.write("old.dia", "an older diagram");
+  exportAs("FileExportDIA", "old");
+  EXPECT_EQ(textOf("old.dia"), "by dot");
+}
+
+TEST_F(ExportToDia, DiagramThatDotWritesWithTheSameBytesIsKept) {
+  openLattice(kTwoWays);
+  folder.write("out.dia", "by dot");
+  watchDot(
+      "[ \"$1\" = -Tdia ] && { printf %s 'by dot' >\"$3\"; exit; }\nexec \"$REAL_DOT\" \"$@\"");
+  exportAs("FileExportDIA", "out");
+  EXPECT_EQ(textOf("out.dia"), "by dot");
+}
+
+TEST_F(ExportToDia, DiagramThatDotMovesIntoPlaceIsKept) {
+  openLattice(kTwoWays);
+  folder.write("out.dia", "by dot");
+  watchDot(
+      "[ \"$1\" = -Tdia ] && { printf %s 'by dot' >new; touch -r \"$3\" new; mv new \"$3\"; exit; "
+      "}\n"
+      "exec \"$REAL_DOT\" \"$@\"");
+  exportAs("FileExportDIA", "out");
+  EXPECT_EQ(textOf("out.dia"), "by dot");
+}
+
+TEST_F(ExportToDia, WithoutANewLayoutThereIsNoDiagram) {
+  openLattice(kTwoWays);
+  watchDot("exit 1");
+  exportAs("FileExportDIA", "new");
+  EXPECT_FALSE(std::filesystem::exists("new.dia"));
+
+  folder.write("old.dia", "an older diagram");
+  const FileStamp before = fileStamp("old.dia");
+  exportAs("FileExportDIA", "old");
+  EXPECT_EQ(fileStamp("old.dia"), before);
+  EXPECT_EQ(std::count(dialogs.begin(), dialogs.end(), kSaveTitle), 2);
+}
+
+TEST_F(ExportToDia, LayoutCutShortLeavesTheOlderDiagram) {
+  openLattice(kTwoWays);
+  watchDot("[ \"$1\" = -Tdot ] && echo 'digraph G {' >\"$3\"");
+  folder.write("old.dia", "an older diagram");
+  exportAs("FileExportDIA", "old");
+  EXPECT_EQ(textOf("old.dia"), "an older diagram");
+}
+
+TEST_F(ExportToDia, OtherFormatsAreLeftToDot) {
+  openLattice(kTwoWays);
+  watchDot("[ \"$1\" = -Tdot ] && exec \"$REAL_DOT\" \"$@\"");
+  for (const ExportFormat& format : kExportFormats) {
+    if (format.format == std::string("dia")) continue;
+    exportAs(format.action, "out");
+    EXPECT_FALSE(std::filesystem::exists(std::string("out.") + format.extension));
+  }
+}
+
+}  // namespace
+}  // namespace quorbel
