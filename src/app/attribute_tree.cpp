@@ -28,10 +28,11 @@ void MainWindow::clear_selection() {
   clearAttributeTree();
 }
 
-/// Rows that are no longer shown must not pick fields: the view loses its model too.
+/// Rows that are no longer shown must not pick fields: the view loses its model too, and first,
+/// since the accessibility bridge asks for the cells of rows whose columns are going.
 void MainWindow::clearAttributeTree() {
-  m_AttributeTree.remove_all_columns();
   m_AttributeTree.unset_model();
+  m_AttributeTree.remove_all_columns();
   m_refTreeStore.reset();
 }
 
@@ -41,7 +42,7 @@ void MainWindow::refillAttributeTree() {
   if (m_SelectedEdges.empty()) return;
   const XmlDocument document = parseXmlFragment(m_SelectedEdges.front().word, "noname.xml");
   if (!document) return;
-  m_AttributeTree.remove_all_columns();
+  clearAttributeTree();
   m_refTreeStore = Gtk::TreeStore::create(m_Columns);
   fillRow(*m_refTreeStore.operator->(), *m_refTreeStore->append(), m_Columns,
           xmlDocGetRootElement(document.get()));
