@@ -38,7 +38,7 @@ TEST_F(ExportToDia, DiagramIsThatOfTheLayoutDrawnAnew) {
   activate("DisplayValue");
   exportAs("FileExportDIA", "out");
   EXPECT_NE(textOf("out.dia").find("#20.25#"), std::string::npos);
-  EXPECT_EQ(textOf("out.dia").find("#c/C#"), std::string::npos);
+  EXPECT_EQ(textOf("out.dia").find("#c / C#"), std::string::npos);
 }
 
 TEST_F(ExportToDia, DiagramOfADotThatCanIsKept) {

@@ -213,7 +213,16 @@ class Viewer:
         xdotool("key", *names)
 
     def close_by_window_manager(self):
+        """Has the window manager ask the viewer to close; comes back when it has asked."""
         self.key("alt+F4")
+        wanted = _desktops() + 1  # handled after the key, and the answer can be seen
+        xdotool("set_num_desktops", wanted)
+        wait_for("the window manager", lambda: _desktops() == wanted)
+
+
+def _desktops():
+    return int(subprocess.run(["xdotool", "get_num_desktops"], check=True,
+                              capture_output=True).stdout)
 
 
 def _without_privileges():
