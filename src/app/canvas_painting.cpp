@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "app/box_stamps.h"
 #include "app/rounded_box.h"
 
 namespace quorbel {
@@ -24,13 +25,18 @@ constexpr double kFirstPlayPosition = 0.01;
 /// How far ahead of the play position nodes light up, as a fraction of the utterance.
 constexpr double kPlayAhead = 0.08;
 
-/// The outline reaches a little beyond its box.
-constexpr int kOutline = 2;
-
 bool isVisible(const Box& box, const Box& area) {
-  return box.left - kOutline < area.left + area.width &&
-         box.left + box.width + kOutline > area.left &&
-         box.top - kOutline < area.top + area.height && box.top + box.height + kOutline > area.top;
+  return box.left - kOutlineReach < area.left + area.width &&
+         box.left + box.width + kOutlineReach > area.left &&
+         box.top - kOutlineReach < area.top + area.height &&
+         box.top + box.height + kOutlineReach > area.top;
+}
+
+/// Whether nothing of a box and its outline is cut off by the area's borders.
+bool isWhole(const Box& box, const Box& area) {
+  return box.left - kOutlineReach >= area.left && box.top - kOutlineReach >= area.top &&
+         box.left + box.width + kOutlineReach <= area.left + area.width &&
+         box.top + box.height + kOutlineReach <= area.top + area.height;
 }
 
 /// The boxes of edges to be painted, as far as they are visible.
@@ -52,8 +58,8 @@ class EdgeBoxes {
     }
   }
 
-  /// Many boxes are painted on a copy of the canvas in memory, which the display gets as a whole:
-  /// painted one by one they would take it twice as long.
+  /// Many boxes are stamped on a copy of the canvas in memory, which the display gets as a whole:
+  /// painted one by one they would take several times as long.
   void paint(const Cairo::RefPtr<Cairo::Context>& context) const {
     constexpr std::size_t kFewBoxes = 30;
     if (m_Boxes.size() <= kFewBoxes) return paintEach(context);
@@ -63,7 +69,15 @@ class EdgeBoxes {
     copyContext->translate(-bounds.left, -bounds.top);
     copyContext->set_source(context->get_target(), 0, 0);
     copyContext->paint();
-    paintEach(copyContext);
+    BoxStamps stamps;
+    for (const PaintedBox& painted : m_Boxes) {
+      const auto& [box, colours, radius] = painted;
+      if (isWhole(box, bounds))
+        stamps.draw(copyContext, colours->fill, colours->outline, box.left, box.top, box.width,
+                    box.height, radius);
+      else  // tracing rounds a little differently along the cut
+        paintOne(copyContext, painted);
+    }
     context->set_source(copy, bounds.left, bounds.top);
     context->paint();
   }
@@ -85,9 +99,13 @@ class EdgeBoxes {
   }
 
   void paintEach(const Cairo::RefPtr<Cairo::Context>& context) const {
-    for (const auto& [box, colours, radius] : m_Boxes)
-      drawRoundedBox(context, colours->fill, colours->outline, box.left, box.top, box.width,
-                     box.height, radius);
+    for (const PaintedBox& painted : m_Boxes) paintOne(context, painted);
+  }
+
+  static void paintOne(const Cairo::RefPtr<Cairo::Context>& context, const PaintedBox& painted) {
+    const auto& [box, colours, radius] = painted;
+    drawRoundedBox(context, colours->fill, colours->outline, box.left, box.top, box.width,
+                   box.height, radius);
   }
 
   /// The part of the area that the boxes reach.
@@ -98,10 +116,10 @@ class EdgeBoxes {
     int bottom = m_Area.top;
     for (const PaintedBox& painted : m_Boxes) {
       const Box& box = painted.box;
-      left = std::min(left, box.left - kOutline);
-      top = std::min(top, box.top - kOutline);
-      right = std::max(right, box.left + box.width + kOutline);
-      bottom = std::max(bottom, box.top + box.height + kOutline);
+      left = std::min(left, box.left - kOutlineReach);
+      top = std::min(top, box.top - kOutlineReach);
+      right = std::max(right, box.left + box.width + kOutlineReach);
+      bottom = std::max(bottom, box.top + box.height + kOutlineReach);
     }
     left = std::max(left, m_Area.left);
     top = std::max(top, m_Area.top);

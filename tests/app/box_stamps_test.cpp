@@ -1,0 +1,79 @@
+#include "app/box_stamps.h"
+
+#include <gtest/gtest.h>
+
+#include "app/painted_picture.h"
+
+namespace quorbel {
+namespace {
+
+constexpr Rgba kFill{0, 1, 0, 0.4}, kOutline{0, 0, 1, 0.7};
+constexpr Rgba kOtherFill{1, 0, 0, 0.15}, kOtherOutline{1, 0, 0, 0.5};
+
+struct StampedBox {
+  const char* what;
+  int x, y, width, height, radius;
+};
+
+/// Some lie partly outside the pictures, which are 200 pixels wide and 100 high.
+const StampedBox kBoxes[] = {
+    {"label", 20, 30, 84, 20, 20},
+    {"node", 50, 40, 60, 40, 40},
+    {"node seen before, elsewhere", 93, 21, 60, 40, 40},
+    {"other radius", 10, 10, 60, 40, 5},
+    {"beyond the left and top edge", -20, -7, 60, 40, 40},
+    {"beyond the right and bottom edge", 170, 85, 84, 20, 20},
+    {"one pixel", 3, 3, 1, 1, 1},
+    {"as narrow as the outline", 120, 5, 2, 30, 20},
+    {"no corners", 130, 70, 25, 13, 0},
+    {"no width", 5, 90, 0, 20, 20},
+    {"no height", 5, 90, 20, 0, 20},
+    {"width below nothing", 190, 90, -12, 6, 6},
+    {"wider than any shape that is kept", -700, 50, 1500, 20, 20},
+    {"widest shape that is kept", -900, 60, 1000, 20, 20},
+    {"highest shape that is kept", 60, -900, 20, 1000, 20},
+};
+
+void expectSamePixels(const PaintedPicture& picture, const PaintedPicture& expected,
+                      const char* what) {
+  for (int y = 0; y < expected.height(); ++y)
+    for (int x = 0; x < expected.width(); ++x)
+      ASSERT_EQ(picture.at(x, y).differenceTo(expected.at(x, y)), 0)
+          << what << " at " << x << ", " << y << ": " << picture.at(x, y) << ", expected "
+          << expected.at(x, y);
+}
+
+TEST(BoxStamps, LeaveThePixelsOfARoundedBox) {
+  PaintedPicture stamped(200, 100), drawn(200, 100);
+  stamped.fillWhite();
+  drawn.fillWhite();
+  BoxStamps stamps;
+  for (const auto& [what, x, y, width, height, radius] : kBoxes) {
+    stamps.draw(stamped.context, kFill, kOutline, x, y, width, height, radius);
+    drawRoundedBox(drawn.context, kFill, kOutline, x, y, width, height, radius);
+    expectSamePixels(stamped, drawn, what);
+  }
+}
+
+TEST(BoxStamps, TakeTheColoursOfEachBox) {
+  PaintedPicture stamped(200, 100), drawn(200, 100);
+  BoxStamps stamps;
+  stamps.draw(stamped.context, kFill, kOutline, 20, 30, 84, 20, 20);
+  stamps.draw(stamped.context, kOtherFill, kOtherOutline, 40, 35, 84, 20, 20);
+  drawRoundedBox(drawn.context, kFill, kOutline, 20, 30, 84, 20, 20);
+  drawRoundedBox(drawn.context, kOtherFill, kOtherOutline, 40, 35, 84, 20, 20);
+  expectSamePixels(stamped, drawn, "second colours");
+}
+
+TEST(BoxStamps, LieWhereTheContextIsMovedTo) {
+  PaintedPicture stamped(200, 100), drawn(200, 100);
+  stamped.context->translate(-30, -20);
+  drawn.context->translate(-30, -20);
+  BoxStamps stamps;
+  stamps.draw(stamped.context, kFill, kOutline, 50, 40, 60, 40, 40);
+  drawRoundedBox(drawn.context, kFill, kOutline, 50, 40, 60, 40, 40);
+  expectSamePixels(stamped, drawn, "moved");
+}
+
+}  // namespace
+}  // namespace quorbel
