@@ -12,9 +12,9 @@ class About : public WindowTest {
  protected:
   /// A picture that is only this test's.
   About() {
-    const auto picture = Gdk::Pixbuf::create(Gdk::COLORSPACE_RGB, false, 8, 123, 45);
-    picture->fill(0x204060ff);
-    picture->save("images/about.png", "png");
+    const auto own = Gdk::Pixbuf::create(Gdk::COLORSPACE_RGB, false, 8, 123, 45);
+    own->fill(0x204060ff);
+    own->save("images/about.png", "png");
     answer = [this](Gtk::Dialog& dialog) {
       look(dynamic_cast<AboutDialog&>(dialog));
       close(dialog);
