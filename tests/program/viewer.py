@@ -213,11 +213,18 @@ class Viewer:
         xdotool("key", *names)
 
     def close_by_window_manager(self):
-        """Has the window manager ask the viewer to close; comes back when it has asked."""
-        self.key("alt+F4")
-        wanted = _desktops() + 1  # handled after the key, and the answer can be seen
+        """Has the window manager ask the viewer to close, as a task bar does; comes back when it
+        has asked. Needs no focus, which a key would."""
+        (window,) = self.wait_for("the window manager's window", self._managed_windows)
+        subprocess.run(["wmctrl", "-i", "-c", window], check=True)
+        wanted = _desktops() + 1  # handled after the request, and the answer can be seen
         xdotool("set_num_desktops", wanted)
         wait_for("the window manager", lambda: _desktops() == wanted)
+
+    def _managed_windows(self):
+        listed = subprocess.run(["wmctrl", "-l", "-p"], check=True, capture_output=True).stdout
+        rows = [row.split() for row in os.fsdecode(listed).splitlines()]
+        return [row[0] for row in rows if row[2] == str(self.process.pid)]
 
 
 def _desktops():
