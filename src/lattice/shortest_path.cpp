@@ -13,6 +13,92 @@ std::size_t slot(int node) { return static_cast<std::size_t>(node); }
 
 double& currentScore(Edge& edge) { return edge.scores[currentScoreName]; }
 
+/// What a search looks at of each link, side by side in memory. A search meets the links in the
+/// order of distances, for which their scores in maps of their own lie too far apart.
+class SearchedLinks {
+ public:
+  explicit SearchedLinks(LatticeAdjacency& adjacency) : m_Adjacency(adjacency) {
+    std::size_t count = 0;
+    for (const std::vector<Edge>& edges : adjacency.outgoing) count += edges.size();
+    m_Links.reserve(count);
+    m_First.reserve(adjacency.outgoing.size() + 1);
+    for (const std::vector<Edge>& edges : adjacency.outgoing) {
+      m_First.push_back(m_Links.size());
+      for (const Edge& edge : edges) {
+        const auto score = edge.scores.find(currentScoreName);
+        const bool hasScore = score != edge.scores.end();
+        m_Links.push_back({hasScore ? score->second : 0.0, edge.endNode, hasScore});
+      }
+    }
+    m_First.push_back(m_Links.size());
+  }
+
+  bool computeDistances(int source, std::vector<double>& distances, std::vector<int>& predecessors);
+
+ private:
+  struct Link {
+    double score;
+    int endNode;
+    bool hasScore;
+  };
+
+  /// The link's score, which the link gets when it has none.
+  double look(int startNode, std::size_t link) {
+    if (!m_Links[link].hasScore) {
+      currentScore(m_Adjacency.outgoing[slot(startNode)][link - m_First[slot(startNode)]]);
+      m_Links[link].hasScore = true;
+    }
+    return m_Links[link].score;
+  }
+
+  LatticeAdjacency& m_Adjacency;
+  std::vector<Link> m_Links;         ///< of all nodes, in the order of their lists
+  std::vector<std::size_t> m_First;  ///< where the links of each node begin, and the end of all
+};
+
+bool SearchedLinks::computeDistances(int source, std::vector<double>& distances,
+                                     std::vector<int>& predecessors) {
+  const int nodeCount = m_Adjacency.nodeCount;
+  const std::size_t slots = m_Adjacency.outgoing.size();
+  distances.assign(slots, NO_EDGE_COST);
+  predecessors.assign(slots, source);
+  std::vector<char> settled(slots, false);
+  std::vector<int> reachedFrom(slots, -1);  // the last node whose links to this one were seen
+
+  using Candidate = std::pair<double, int>;  // distance, node
+  std::priority_queue<Candidate, std::vector<Candidate>, std::greater<>> candidates;
+
+  // Settles a node: its first link to every node that is not settled yet may shorten the way there.
+  // The links of the source give the first distances, whatever they are.
+  const auto settle = [&](int node) {
+    settled[slot(node)] = true;
+    for (std::size_t link = m_First[slot(node)]; link < m_First[slot(node) + 1]; ++link) {
+      const int end = m_Links[link].endNode;
+      if (end >= nodeCount || settled[slot(end)] || reachedFrom[slot(end)] == node) continue;
+      reachedFrom[slot(end)] = node;
+      const double score = look(node, link);
+      const double distance = node == source ? score : distances[slot(node)] + score;
+      if (node != source && !(distance < distances[slot(end)])) continue;
+      distances[slot(end)] = distance;
+      predecessors[slot(end)] = node;
+      if (distance < NO_EDGE_COST) candidates.emplace(distance, end);
+    }
+  };
+
+  distances[slot(source)] = 0.0;
+  settle(source);
+  int settledAfterSource = 0;
+  while (settledAfterSource < nodeCount - 1) {
+    if (candidates.empty()) return false;
+    const auto [distance, node] = candidates.top();
+    candidates.pop();
+    if (settled[slot(node)] || distance != distances[slot(node)]) continue;  // found shorter since
+    settle(node);
+    ++settledAfterSource;
+  }
+  return true;
+}
+
 /// Writes the nodes of a path into an array, from its end backwards, as far as there is room.
 class PathWriter {
  public:
@@ -92,11 +178,12 @@ double pathThroughSelected(Graph& graph, PathWriter& path) {
 
   std::vector<double> distances;
   std::vector<int> predecessors;
-  computeDistances(adjacency, to, distances, predecessors);
+  SearchedLinks links(adjacency);
+  links.computeDistances(to, distances, predecessors);
   path.walkBack(adjacency.endNode, to, predecessors);
   const double toEnd = distances[slot(adjacency.endNode)];
   path.write(to);
-  computeDistances(adjacency, adjacency.startNode, distances, predecessors);
+  links.computeDistances(adjacency.startNode, distances, predecessors);
   path.walkBack(from, adjacency.startNode, predecessors);
   return toEnd + distances[slot(from)] + graph.selectedEdge.score;
 }
@@ -105,45 +192,7 @@ double pathThroughSelected(Graph& graph, PathWriter& path) {
 
 bool computeDistances(LatticeAdjacency& adjacency, int source, std::vector<double>& distances,
                       std::vector<int>& predecessors) {
-  const std::size_t slots = adjacency.outgoing.size();
-  distances.assign(slots, NO_EDGE_COST);
-  predecessors.assign(slots, source);
-  std::vector<char> settled(slots, false);
-  std::vector<int> reachedFrom(slots, -1);  // the last node whose links to this one were seen
-
-  using Candidate = std::pair<double, int>;  // distance, node
-  std::priority_queue<Candidate, std::vector<Candidate>, std::greater<>> candidates;
-
-  // Settles a node: its first link to every node that is not settled yet may shorten the way there.
-  // The links of the source give the first distances, whatever they are.
-  const auto settle = [&](int node) {
-    settled[slot(node)] = true;
-    for (Edge& edge : adjacency.outgoing[slot(node)]) {
-      const int end = edge.endNode;
-      if (end >= adjacency.nodeCount || settled[slot(end)] || reachedFrom[slot(end)] == node)
-        continue;
-      reachedFrom[slot(end)] = node;
-      const double score = currentScore(edge);
-      const double distance = node == source ? score : distances[slot(node)] + score;
-      if (node != source && !(distance < distances[slot(end)])) continue;
-      distances[slot(end)] = distance;
-      predecessors[slot(end)] = node;
-      if (distance < NO_EDGE_COST) candidates.emplace(distance, end);
-    }
-  };
-
-  distances[slot(source)] = 0.0;
-  settle(source);
-  int settledAfterSource = 0;
-  while (settledAfterSource < adjacency.nodeCount - 1) {
-    if (candidates.empty()) return false;
-    const auto [distance, node] = candidates.top();
-    candidates.pop();
-    if (settled[slot(node)] || distance != distances[slot(node)]) continue;  // found shorter since
-    settle(node);
-    ++settledAfterSource;
-  }
-  return true;
+  return SearchedLinks(adjacency).computeDistances(source, distances, predecessors);
 }
 
 double shortestPath(Graph& graph, std::vector<int>& pathNodes, std::vector<int>& linkIds,
