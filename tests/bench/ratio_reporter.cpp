@@ -1,15 +1,18 @@
 #include "ratio_reporter.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace quorbel {
 
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
-  for (const Run& run : runs)
-    if (!run.error_occurred)
-      m_Seconds[run.benchmark_name()] =
-          run.real_accumulated_time / static_cast<double>(run.iterations);
-  ConsoleReporter::ReportRuns(runs);
+  for (const Run& run : runs) {
+    if (run.error_occurred) continue;
+    const double seconds = run.real_accumulated_time / static_cast<double>(run.iterations);
+    const auto [least, isFirst] = m_Seconds.emplace(run.benchmark_name(), seconds);
+    if (!isFirst) least->second = std::min(least->second, seconds);
+  }
+  if (runs.empty() || runs.front().run_type != Run::RT_Aggregate) ConsoleReporter::ReportRuns(runs);
 }
 
 bool RatioReporter::sum(const std::vector<std::string>& names, double& seconds) const {

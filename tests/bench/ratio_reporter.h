@@ -7,7 +7,8 @@
 
 namespace quorbel {
 
-/// Prints benchmarks as usual and remembers their times, for ratios between them.
+/// Prints benchmarks and remembers the shortest time of each one's repetitions, which other work on
+/// the machine disturbs least, for ratios between them.
 class RatioReporter : public benchmark::ConsoleReporter {
  public:
   void ReportRuns(const std::vector<Run>& runs) override;
