@@ -40,7 +40,7 @@ void MainWindow::clearAttributeTree() {
 /// tree stays as it is.
 void MainWindow::refillAttributeTree() {
   if (m_SelectedEdges.empty()) return;
-  const XmlDocument document = parseXmlFragment(m_SelectedEdges.front().word, "noname.xml");
+  XmlDocument document = parseXmlFragment(m_SelectedEdges.front().word, "noname.xml");
   if (!document) return;
   clearAttributeTree();
   m_refTreeStore = Gtk::TreeStore::create(m_Columns);
@@ -50,6 +50,8 @@ void MainWindow::refillAttributeTree() {
   m_AttributeTree.append_column("Value", m_Columns.value);
   m_AttributeTree.set_model(m_refTreeStore);
   m_AttributeTree.expand_all();
+  document.reset();
+  xmlCleanupParser();
 }
 
 }  // namespace quorbel
