@@ -2,6 +2,7 @@
 names and the language of the system."""
 
 import os
+import resource
 import unittest
 
 from lattices import (SMALL, SMALL_BY_VALUE, SMALL_DESCRIPTION, SMALL_WITH_BEST_PATH, write_sound)
@@ -133,6 +134,42 @@ class FolderTest(SurroundingsTest):
         self.assertIn("graph.png", viewer.error())
         self.assertEqual({"images", "small.lat"}, {path.name for path in self.folder.iterdir()})
         self.folder.chmod(0o755)
+        self.redraws(viewer)
+        self.leave(viewer)
+
+    def test_lattice_that_is_replaced_is_read_when_it_is_opened_again(self):
+        viewer = self.open_small()
+        self.write("small.lat", SMALL.replace("you", "YOU"))
+        self.redraws(viewer)
+        self.draws(viewer, lambda: viewer.open_sibling("small.lat"),
+                   SMALL_DESCRIPTION.replace("you / dir", "YOU / dir"))
+        self.becomes("graph : ./small.lat", viewer.status)
+        self.leave(viewer)
+
+    def test_device_without_room_for_the_description_keeps_the_old_picture(self):
+        self.keeps_the_picture_with_room_for(250, status="Shortest Path : 1.75")
+
+    def test_device_without_room_for_the_layout_is_survived(self):
+        self.keeps_the_picture_with_room_for(600, error="graph.png")
+
+    def test_device_without_room_for_the_picture_is_survived(self):
+        self.keeps_the_picture_with_room_for(2000, error="graph.png")
+
+    def keeps_the_picture_with_room_for(self, size, error=None, status="graph : ./small.lat"):
+        """As on a full device, what programs write beyond that many bytes is refused."""
+        self.through = ["sh", "-c", 'trap "" XFSZ && exec "$@"', "sh"]
+        viewer = self.open_small()
+        drawing = viewer.drawing()
+        _, most = resource.prlimit(viewer.process.pid, resource.RLIMIT_FSIZE)
+        resource.prlimit(viewer.process.pid, resource.RLIMIT_FSIZE, (size, most))
+        viewer.press("Shortest path")
+        if error:
+            self.assertIn(error, viewer.error())
+        self.becomes(status, viewer.status)
+        self.assertTrue((self.folder / "quorbel_graph.dot").stat().st_size <= size)
+        viewer.wait_for("the old picture", drawing.is_shown)
+        resource.prlimit(viewer.process.pid, resource.RLIMIT_FSIZE, (most, most))
+        viewer.press("Shortest path")
         self.redraws(viewer)
         self.leave(viewer)
 

@@ -76,13 +76,13 @@ def _process_with_focus():
 class Viewer:
     """A running viewer. It works in `folder`; what it says is kept in the folder `outside`."""
 
-    def __init__(self, folder, outside, arguments, environment):
+    def __init__(self, folder, outside, command, environment):
         self.folder = folder
         self._said = pathlib.Path(tempfile.mkdtemp(prefix="said-", dir=outside))
         with open(self._said / "output", "wb") as output, open(self._said / "errors", "wb") as errors:
             self.process = subprocess.Popen(
-                [*_without_privileges(), os.environ["QUORBEL_PROGRAM"], *arguments], cwd=folder,
-                env=environment, stdin=subprocess.DEVNULL, stdout=output, stderr=errors)
+                [*_without_privileges(), *command], cwd=folder, env=environment,
+                stdin=subprocess.DEVNULL, stdout=output, stderr=errors)
 
     # Its life
 
@@ -256,6 +256,7 @@ class ViewerTest(unittest.TestCase):
 
     maxDiff = None
     folder_name = "work"
+    through = ()  # the start of a command that ends with the viewer's
 
     def setUp(self):
         outside = tempfile.TemporaryDirectory()
@@ -314,7 +315,8 @@ class ViewerTest(unittest.TestCase):
 
     def start(self, *arguments, **environment):
         """Starts the viewer in the test's folder, with these changes to its environment."""
-        viewer = Viewer(self.folder, self.outside, arguments, self.environment | environment)
+        command = [*self.through, os.environ["QUORBEL_PROGRAM"], *arguments]
+        viewer = Viewer(self.folder, self.outside, command, self.environment | environment)
         self.addCleanup(viewer.kill)
         self.addCleanup(lambda: self.assertEqual([], COMPLAINT.findall(viewer.errors)))
         return viewer
