@@ -5,7 +5,8 @@ build_packages=(g++ make cmake pkg-config libgtkmm-2.4-dev libxml2-dev libsndfil
 run_packages=(graphviz fonts-dejavu-core)
 display_packages=(xvfb openbox x11-utils xdotool wmctrl imagemagick)
 test_packages=(libgtest-dev libxtst-dev libpng-dev dbus dbus-daemon libatk-adaptor libgail-common at-spi2-core
-  python3 python3-gi python3-pyatspi locales-all dia ghostscript librsvg2-common)
+  python3 python3-gi python3-pyatspi locales-all dia ghostscript librsvg2-common
+  valgrind)
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libfst-tools libgtest-dev)
 

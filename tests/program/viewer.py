@@ -20,7 +20,7 @@ from gi.repository import GLib
 from accessible import application
 from screen import Box, Drawing
 
-PATIENCE_S = 60
+PATIENCE_S = 120
 DOT_RUNS = ["dot -Tpng -o graph.png quorbel_graph.dot", "dot -Tdot -o graph.dot quorbel_graph.dot"]
 # Of the toolkit, on standard error. That it has no display is all right to say.
 COMPLAINT = re.compile(r".*-(?:WARNING|CRITICAL|ERROR) \*\*(?!.*cannot open display).*")
