@@ -106,6 +106,11 @@ BY_VALUE = functools.reduce(
     [("we / nous", "-1"), ("he / il", "-0.5"), ("walk / marchons", "-2"),
      ("walks / marche", "-3"), ("run / courons", "-6"), ("home / rentrer", "-0.75"),
      ("alone / seul", "-2")], WITH_ZERO_SCORE_CHANGED)
+BY_OUT = functools.reduce(
+    lambda text, change: text.replace(*change),
+    [("we / nous", "nous"), ("he / il", "il"), ("walk / marchons", "marchons"),
+     ("walks / marche", "marche"), ("run / courons", "courons"), ("home / rentrer", "rentrer"),
+     ("alone / seul", "seul")], WITH_ZERO_SCORE_CHANGED)
 OTHER_DESCRIPTION = """\
 digraph G {
 rankdir=LR;
@@ -137,6 +142,7 @@ class UserStoryTest(ViewerTest):
         self.choose_the_other_score()
         self.change_the_sign()
         self.label_by_value()
+        self.label_by_a_picked_field()
         self.zoom_out_and_in()
         self.close()
         self.open_the_sibling()
@@ -225,6 +231,18 @@ class UserStoryTest(ViewerTest):
                    "Shortest path : we / nous run / courons \n"
                    "Shortest path with the selected edge : we / nous walk / marchons "
                    "alone / seul ")
+
+    def label_by_a_picked_field(self):
+        self.viewer.choose("Display", "Edges", "Display the selected XML field(s)")
+        self.assertEqual("You need to select at least one attribute in the tree view",
+                         self.viewer.error())
+        (out,) = [cell for cell in self.viewer.attribute_cells() if cell.name == "out"]
+        left, top, width, height = out.extents
+        xdotool("mousemove", left + width // 2, top + height // 2, "click", 1)
+        self.viewer.wait_for("the choice of the field", lambda: out.is_selected)
+        self.draws(self.viewer,
+                   lambda: self.viewer.choose("Display", "Edges",
+                                              "Display the selected XML field(s)"), BY_OUT)
 
     def zoom_out_and_in(self):
         runs = self.dot_runs()

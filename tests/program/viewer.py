@@ -138,8 +138,14 @@ class Viewer:
 
     def attributes(self):
         """The rows of the attribute tree."""
+        return self._attribute_tree().rows
+
+    def attribute_cells(self):
+        return [cell for cell in self._attribute_tree().descendants() if cell.role == "table cell"]
+
+    def _attribute_tree(self):
         scrolled_tree = self._panes().children[0]
-        return scrolled_tree.children[0].rows
+        return scrolled_tree.children[0]
 
     def sound_strip(self):
         right = self._panes().find("split pane")
