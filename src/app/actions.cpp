@@ -128,6 +128,14 @@ void MainWindow::addActions() {
 }
 
 void MainWindow::buildInterface() {
+  m_LogoImage.set(IMAGE_DIR + "logo_quor.png");
+  m_FundingImage.set(IMAGE_DIR + "Brellum.png");
+  m_LogoItem.add(m_LogoImage);
+  m_FundingItem.add(m_FundingImage);
+  m_OpenButton.set_label("Open");
+  m_Connections.push_back(
+      m_OpenButton.signal_clicked().connect(sigc::mem_fun(*this, &MainWindow::on_open_dialog)));
+
   m_refUIManager = Gtk::UIManager::create();
   m_refUIManager->insert_action_group(m_refActionGroup, 0);
   add_accel_group(m_refUIManager->get_accel_group());
@@ -138,14 +146,6 @@ void MainWindow::buildInterface() {
     return;  // neither bar exists
   }
   m_MainBox.pack_start(*m_refUIManager->get_widget("/MenuBar"), Gtk::PACK_SHRINK, 0);
-
-  m_LogoImage.set(IMAGE_DIR + "logo_quor.png");
-  m_FundingImage.set(IMAGE_DIR + "Brellum.png");
-  m_LogoItem.add(m_LogoImage);
-  m_FundingItem.add(m_FundingImage);
-  m_OpenButton.set_label("Open");
-  m_Connections.push_back(
-      m_OpenButton.signal_clicked().connect(sigc::mem_fun(*this, &MainWindow::on_open_dialog)));
 
   auto& toolBar = dynamic_cast<Gtk::Toolbar&>(*m_refUIManager->get_widget("/ToolBar"));
   toolBar.append(m_FundingItem);

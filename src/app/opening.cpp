@@ -54,7 +54,11 @@ std::string MainWindow::build_sibling_menu(const std::string& path) {
 }
 
 void MainWindow::open_lattice(const std::string& name) {
-  if (putOffWhileRendering([this, name] { open_lattice(name); })) return;
+  const auto openAsNow = [this, folder = m_CurrentDir, name] {
+    m_CurrentDir = folder;  // a dialog may have changed it meanwhile
+    open_lattice(name);
+  };
+  if (putOffWhileRendering(openAsNow)) return;
   on_close();
   const std::string path = m_CurrentDir + "/" + name;
   if (!isReadable(path)) {
@@ -81,7 +85,7 @@ void MainWindow::on_window_show() {
 }
 
 void MainWindow::on_close() {
-  if (!m_FileOpened || putOffWhileRendering([this] { on_close(); })) return;
+  if (putOffWhileRendering([this] { on_close(); }) || !m_FileOpened) return;
   m_Statusbar.pop(kRunContext);                   // path totals would cover "No file opened"
   m_Statusbar.remove_all_messages(kFileContext);  // none, where the first drawing broke off
   m_Statusbar.push(kNoFile, kFileContext);

@@ -62,7 +62,7 @@ void MainWindow::rescaleImage() {
 }
 
 void MainWindow::resizeCanvas() {
-  if (m_refGraphImage)
+  if (m_refShownImage)  // none where the memory for it was short
     m_GraphArea.set_size_request(m_refShownImage->get_width(), m_refShownImage->get_height());
 }
 

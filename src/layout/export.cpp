@@ -49,11 +49,11 @@ void MainWindow::on_export(const std::string& format) { exportGraph(format); }
 
 /// The dialog stays on screen while `dot` runs.
 void MainWindow::exportGraph(const std::string& format) {
+  if (putOffWhileRendering([this, format] { exportGraph(format); })) return;
   if (!m_FileOpened) {
     show_error(*this, "No graph opened");
     return;
   }
-  if (putOffWhileRendering([this, format] { exportGraph(format); })) return;
   Gtk::FileChooserDialog dialog(*this, "Please choose a filename", Gtk::FILE_CHOOSER_ACTION_SAVE);
   dialog.add_button(Gtk::Stock::CANCEL, Gtk::RESPONSE_CANCEL);
   dialog.add_button(Gtk::Stock::SAVE, Gtk::RESPONSE_OK);

@@ -196,6 +196,8 @@ TEST_F(Actions, WithoutMenusTheWindowStillWorks) {
   EXPECT_EQ(printed.take(), "building menus failed: no such menu\n");
   TestWindow& w = openLattice(kTwoWords);
   EXPECT_TRUE(w.m_refShownImage);
+  EXPECT_EQ(w.m_OpenButton.get_label(), "Open");
+  EXPECT_EQ(w.m_LogoImage.get_storage_type(), Gtk::IMAGE_PIXBUF);
 }
 
 }  // namespace

@@ -164,6 +164,14 @@ TEST_F(AttributeTree, StaysEmptyWhenAWordIsNoXml) {
   expectEmpty();
 }
 
+TEST_F(AttributeTree, NamesItsDocumentInTheParsersComplaints) {
+  open(latticeOf("\"hello\""));
+  ::testing::internal::CaptureStderr();
+  selectByPointer({0});
+  const std::string complaints = ::testing::internal::GetCapturedStderr();
+  EXPECT_EQ(complaints.rfind("noname.xml:1: ", 0), 0u) << complaints;
+}
+
 TEST_F(AttributeTree, IsNotAskedForWhenTheLastEdgeIsTakenOut) {
   open(latticeOf("\"hello\""));
   const auto [x, y] = labelCentre(*window, 0);

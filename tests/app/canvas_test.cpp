@@ -146,6 +146,47 @@ TEST_F(Canvas, ShowsTheEndOfTheDrawing) {
   expectPlainDrawing();
 }
 
+TEST_F(Canvas, BoxesLieAsPictureLayoutZoomAndScrollingSay) {
+  std::string wide = "N=40\n";
+  for (int i = 0; i < 40; ++i) wide += "I=" + std::to_string(i) + " t=" + std::to_string(i) + "\n";
+  for (int i = 0; i < 160; ++i) {
+    const int start = i % 8 == 7 ? 0 : i % 39;
+    wide += "J=" + std::to_string(i) + " S=" + std::to_string(start) +
+            " E=" + std::to_string(start + 1) + " W=<w in='label" + std::to_string(i) +
+            "'/> a=-1\n";
+  }
+  TestWindow& w = open(wide);
+  for (const auto& [zoom, scrollX, scrollY] :
+       {std::tuple(1.0f, 0.0, 0.0), std::tuple(1.0f, 300.7, 41.9), std::tuple(0.5f, 123.0, 0.0),
+        std::tuple(0.2f, 0.0, 0.0)}) {
+    SCOPED_TRACE(std::to_string(zoom));
+    show(zoom, scrollX, scrollY);
+    const int offsetX = static_cast<int>(w.m_GraphScroll.get_hadjustment()->get_value());
+    const int offsetY = static_cast<int>(w.m_GraphScroll.get_vadjustment()->get_value());
+    EXPECT_EQ(offsetX, static_cast<int>(scrollX));
+    EXPECT_EQ(offsetY, static_cast<int>(scrollY));
+    const int canvasWidth = w.m_GraphArea.get_allocation().get_width();
+    const int canvasHeight = w.m_GraphArea.get_allocation().get_height();
+    const int pictureX = offsetX ? 0 : canvasWidth / 2 - w.m_refShownImage->get_width() / 2;
+    const int pictureY = offsetY ? 0 : canvasHeight / 2 - w.m_refShownImage->get_height() / 2;
+    const double ratioX = 1.0 * w.m_refGraphImage->get_width() / w.m_Graph.layoutWidth;
+    const double ratioY = 1.0 * w.m_refGraphImage->get_height() / w.m_Graph.layoutHeight;
+    for (const LayoutItem& item : w.m_EdgeLayouts) {
+      const double x = item.x * ratioX;
+      const double y = w.m_refGraphImage->get_height() - item.y * ratioY;
+      const Box box =
+          item.isNode ? nodeBox(w.canvasMapping(), item) : labelBox(w.canvasMapping(), item);
+      const double halfWidth =
+          item.isNode ? item.width * ratioX / 2 : 6.0 * static_cast<double>(item.label.size());
+      const double above = item.isNode ? item.height * ratioY / 2 : 20.0 / 3;
+      EXPECT_NEAR(box.left, (x - halfWidth) * zoom + pictureX, 1);
+      EXPECT_NEAR(box.top, (y - above) * zoom + pictureY, 1);
+      EXPECT_NEAR(box.width, 2 * halfWidth * zoom * (item.isNode ? ratioY / ratioX : 1), 1);
+      EXPECT_NEAR(box.height, (item.isNode ? 2 * above : 20) * zoom, 1);
+    }
+  }
+}
+
 TEST_F(Canvas, ScrollsInBothDirections) {
   TestWindow& w = open(bundlesOf(8, 14));
   show(1.0f, 150, 90);

@@ -122,8 +122,8 @@ TEST_F(OpenDialog, CancellingChangesNothing) {
   for (const int response : {Gtk::RESPONSE_CANCEL, Gtk::RESPONSE_DELETE_EVENT}) {
     TestWindow& w = openLattice(kTwoWords, "a.lat");
     folder.write("a.new.lat", kTwoWords);
-    const std::string other = folder.write("b.lat", kTwoWays);
-    const std::size_t entries = w.m_SiblingMenu.items().size();
+    std::filesystem::create_directory("other");
+    const std::string other = folder.write("other/b.lat", kTwoWays);
     const std::string title = w.get_title();
     replaceDot("touch dot-ran; exec \"$REAL_DOT\" \"$@\"");
     std::filesystem::remove("dot-ran");
@@ -132,7 +132,8 @@ TEST_F(OpenDialog, CancellingChangesNothing) {
     EXPECT_TRUE(w.m_FileOpened);
     EXPECT_EQ(w.get_title(), title);
     EXPECT_EQ(statusOf(w), "graph : " + (folder.path() / "a.lat").string());
-    EXPECT_EQ(w.m_SiblingMenu.items().size(), entries);
+    ASSERT_EQ(w.m_SiblingMenu.items().size(), 1u);
+    EXPECT_EQ(w.m_SiblingMenu.items()[0].get_label(), "a.lat");
     EXPECT_EQ(w.m_CurrentDir, folder.path());
     EXPECT_FALSE(std::filesystem::exists("dot-ran"));
     std::filesystem::remove("a.new.lat");

@@ -39,6 +39,14 @@ class PathTexts : public WindowTest {
   std::string fileMessage() const { return "graph : " + (folder.path() / "test.lat").string(); }
 };
 
+TEST_F(PathTexts, TotalOfAChosenLinkIsShownWithTheBestPathAlone) {
+  TestWindow& w = openTwoWays();
+  setSelectedEdge(w.m_Graph, true, edgeOf(w, 3));
+  activate("DisplayShortestPath");
+  EXPECT_EQ(statusOf(w), "Shortest Path : 30.25  ---  Shortest Path with the selected edge : 35.5");
+  EXPECT_EQ(infoText(), "Shortest path : a / A c / C \n");
+}
+
 TEST_F(PathTexts, AreEmptyWithBothPathsOff) {
   TestWindow& w = openTwoWays();
   w.m_refInfoBuffer->set_text("of a run before");

@@ -54,6 +54,37 @@ TEST_F(PutOff, LatticeOpenedMeanwhileIsOpenedAfterwards) {
   }
 }
 
+TEST_F(PutOff, LatticeIsLookedForInTheFolderItWasChosenIn) {
+  std::filesystem::create_directory("other");
+  const std::string other = folder.write("other/other.lat", kTwoWords);
+  TestWindow& w = openLattice(kTwoWords);
+  answer = [&](Gtk::Dialog& dialog) {
+    choose(dynamic_cast<Gtk::FileChooserDialog&>(dialog), other, Gtk::RESPONSE_OK);
+  };
+  duringStage("Creating graph...", [&] {
+    activate("FileOpen");
+    chooseSibling("test.ways.lat");
+  });
+  activate("DisplayValue");
+  expectInTheEnd([&] { return w.get_title() == titleOf("test.ways.lat"); });
+  EXPECT_EQ(dialogs, Texts{"Please choose a HTK file"});
+}
+
+TEST_F(PutOff, ClosingWaitsForALatticeThatWaitsItself) {
+  TestWindow& w = openLattice(kTwoWords);
+  duringStage("Creating graph...", [&] {
+    activate("FileClose");
+    chooseSibling("test.ways.lat");
+    activate("FileClose");
+  });
+  activate("DisplayValue");
+  bool wasOpened = false;
+  EXPECT_TRUE(waitFor([&] {
+    wasOpened |= w.get_title() == titleOf("test.ways.lat");
+    return wasOpened && !w.m_FileOpened;
+  }));
+}
+
 TEST_F(PutOff, LatticeOpenedBeforeTheFirstStageWaitsToo) {
   TestWindow& w = openLattice(kTwoWords);
   Glib::signal_idle().connect_once([&] { chooseSibling("test.ways.lat"); });

@@ -46,6 +46,16 @@ TEST_F(Rendering, DoesNothingWhileItRuns) {
   w.m_Rendering = false;
 }
 
+TEST_F(Rendering, EventsWithoutEndDoNotHoldItUp) {
+  TestWindow& w = openLattice(kTwoWords);
+  sigc::connection endless = Glib::signal_idle().connect([] { return true; });
+  w.m_Graph.labelByValue = true;
+  w.renderGraph();
+  endless.disconnect();
+  EXPECT_EQ(edgeOf(w, 0).label, "10");
+  EXPECT_FALSE(w.m_Rendering);
+}
+
 TEST_F(Rendering, PushesAndPopsItsStages) {
   TestWindow& w = openLattice(kTwoWords);
   Texts changes;

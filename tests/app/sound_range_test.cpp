@@ -70,6 +70,45 @@ TEST_F(SoundRangeTest, PressBeginsADrag) {
   EXPECT_FALSE(w.m_Dragging);
 }
 
+TEST_F(SoundRangeTest, PressAndReleaseAreTakenWhereTheyAre) {
+  TestWindow& w = openSilent();
+  GdkEvent* const event = gdk_event_new(GDK_BUTTON_PRESS);
+  event->button.window = GDK_WINDOW(g_object_ref(w.m_SoundArea.get_window()->gobj()));
+  event->button.button = 1;
+  event->button.x = 77.9;
+  EXPECT_TRUE(w.m_SoundArea.event(event));
+  EXPECT_EQ(w.m_DragStartX, 77);
+  EXPECT_EQ(w.m_DragCurrentX, 77);
+  event->type = GDK_BUTTON_RELEASE;
+  event->button.x = -0.9;  // towards zero
+  w.m_SoundArea.event(event);
+  EXPECT_EQ(w.m_DragCurrentX, 0);
+  EXPECT_EQ(w.m_RangeStart, 0.0);
+  EXPECT_EQ(w.m_RangeEnd, 77.0 / stripWidth());
+  gdk_event_free(event);
+}
+
+TEST_F(SoundRangeTest, PressIsHandledWithoutASoundToo) {
+  TestWindow& w = openSilent();
+  w.m_SoundLoaded = false;
+  GdkEvent* const event = gdk_event_new(GDK_BUTTON_PRESS);
+  event->button.window = GDK_WINDOW(g_object_ref(w.m_SoundArea.get_window()->gobj()));
+  event->button.button = 1;
+  EXPECT_TRUE(w.m_SoundArea.event(event));
+  EXPECT_FALSE(w.m_Dragging);
+  gdk_event_free(event);
+}
+
+TEST_F(SoundRangeTest, ReleaseOfAClickRepaintsTheStrip) {
+  TestWindow& w = openSilent();
+  movePointer(w.m_SoundArea, 77, 20);
+  pressButton();
+  settle();
+  PaintCount stripPaints(w.m_SoundArea);
+  releaseButton();
+  EXPECT_EQ(stripPaints.take(), 1);
+}
+
 TEST_F(SoundRangeTest, PressEmptiesTheSelectionAndTheTreeAndRepaintsBoth) {
   TestWindow& w = openSilent();
   selectEdge(3);

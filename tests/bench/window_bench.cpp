@@ -23,7 +23,7 @@
 namespace quorbel {
 namespace {
 
-constexpr int kNodes = 250;
+constexpr int kNodes = 251;  // 1,000 links
 constexpr int kSampleRate = 16000;
 
 void settle() {
@@ -92,13 +92,14 @@ void benchExpose(benchmark::State& state, TestWindow& window) {
 
 void benchTick(benchmark::State& state, TestWindow& window) {
   if (!window.m_SoundLoaded) state.SkipWithError("the sound was not loaded");
-  window.m_Playing = true;
+  window.on_play();
   for (auto _ : state) {
-    repaint(window.m_SoundArea);
-    repaint(window.m_GraphArea);
+    window.on_play_tick();
+    window.m_SoundArea.get_window()->process_updates(false);
+    window.m_GraphArea.get_window()->process_updates(false);
     XSync(gdk_x11_get_default_xdisplay(), False);
   }
-  window.m_Playing = false;
+  window.on_stop();
 }
 
 }  // namespace
