@@ -42,6 +42,7 @@ MainWindow::MainWindow(const std::string& startupPath)
   m_SoundArea.set_events(Gdk::POINTER_MOTION_MASK | Gdk::BUTTON_PRESS_MASK |
                          Gdk::BUTTON_RELEASE_MASK);
   connectSignals();
+  nameParts();
   m_refTreeSelection = m_AttributeTree.get_selection();
   m_refTreeSelection->set_mode(Gtk::SELECTION_MULTIPLE);
   show_all_children();

@@ -89,9 +89,11 @@ class MainWindow : public Gtk::Window {
   void buildInterface();  // actions.cpp: menu bar and tool bar
   void arrangePanes();    // main_window.cpp
   void connectSignals();  // main_window.cpp
+  void nameParts();       // accessible_names.cpp: for screen readers
   void endProgram();      // small_commands.cpp
 
   std::string build_sibling_menu(const std::string& path);           // opening.cpp
+  std::string folderForDialogs() const;                              // opening.cpp
   void exportGraph(const std::string& format);                       // layout/export.cpp
   void loadMatchingSound(const std::string& latticePath);            // sound/sound_commands.cpp
   void loadSound();                                                  // sound/sound_commands.cpp

@@ -6,6 +6,7 @@
 #include "app/product.h"
 #include "app/user_text.h"
 #include "dialogs/open_file_dialog.h"
+#include "dialogs/start_folder.h"
 #include "lattice/htk_reader.h"
 
 namespace quorbel {
@@ -23,9 +24,16 @@ bool isReadable(const std::string& path) {
 
 void MainWindow::on_open_dialog() {
   if (putOffWhileRendering([this] { on_open_dialog(); })) return;
-  const auto path = askForFile(
-      *this, {"Please choose a HTK file", Gtk::RESPONSE_OK, "HTK files", {"*.htk", "*.lat"}});
+  const auto path = askForFile(*this, {"Please choose a HTK file",
+                                       Gtk::RESPONSE_OK,
+                                       "HTK files",
+                                       {"*.htk", "*.lat"},
+                                       folderForDialogs()});
   if (path) open_lattice(build_sibling_menu(*path));
+}
+
+std::string MainWindow::folderForDialogs() const {
+  return startFolder(m_CurrentDir, Glib::get_current_dir(), Glib::get_home_dir());
 }
 
 /// Remembers the folder of `path` and lists the files beside it that share its stem (sound files

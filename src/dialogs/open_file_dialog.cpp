@@ -17,6 +17,7 @@ std::optional<std::string> askForFile(Gtk::Window& parent, const OpenFileRequest
   anyFiles.set_name("Any files");
   anyFiles.add_pattern("*");
   dialog.add_filter(anyFiles);
+  dialog.set_current_folder(request.folder);
 
   const int response = dialog.run();
   dialog.hide();

@@ -15,6 +15,7 @@ struct OpenFileRequest {
   Gtk::ResponseType openResponse;       ///< what the Open button answers
   Glib::ustring filterName;             ///< of the filter in force; "Any files" is the other one
   std::vector<Glib::ustring> patterns;  ///< of the filter in force, such as "*.lat"
+  std::string folder;                   ///< shown first, see startFolder
 };
 
 /// Asks the user for a file over `parent`. Returns its full path in the file system's encoding,

@@ -57,6 +57,7 @@ void MainWindow::exportGraph(const std::string& format) {
   Gtk::FileChooserDialog dialog(*this, "Please choose a filename", Gtk::FILE_CHOOSER_ACTION_SAVE);
   dialog.add_button(Gtk::Stock::CANCEL, Gtk::RESPONSE_CANCEL);
   dialog.add_button(Gtk::Stock::SAVE, Gtk::RESPONSE_OK);
+  dialog.set_current_folder(folderForDialogs());
   const std::optional<std::string> name = chooseName(dialog, format);
   if (!name || !m_FileOpened) return;  // what was put off may have closed the file meanwhile
   refreshSelectedEdgeScore(m_Graph);
