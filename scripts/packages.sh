@@ -7,6 +7,7 @@ display_packages=(xvfb openbox x11-utils xdotool wmctrl imagemagick)
 test_packages=(libgtest-dev libxtst-dev libpng-dev dbus dbus-daemon libatk-adaptor libgail-common at-spi2-core
   python3 python3-gi python3-pyatspi locales-all dia ghostscript librsvg2-common
   valgrind)
+package_packages=(dpkg-dev lintian)
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libfst-tools libgtest-dev)
 

@@ -1,0 +1,51 @@
+#include "dialogs/start_folder.h"
+
+#include <gtest/gtest.h>
+
+namespace quorbel {
+namespace {
+
+std::string fromWork(const std::string& latticeFolder) {
+  return startFolder(latticeFolder, "/run/work", "/home/me");
+}
+
+TEST(StartFolder, IsThatOfTheLattice) { EXPECT_EQ(fromWork("/data/talks"), "/data/talks"); }
+
+TEST(StartFolder, IsHomeBeforeAnyLattice) { EXPECT_EQ(fromWork(""), "/home/me"); }
+
+TEST(StartFolder, OfARelativePathBeginsAtTheWorkingFolder) {
+  EXPECT_EQ(fromWork("talks"), "/run/work/talks");
+  EXPECT_EQ(fromWork("talks/may"), "/run/work/talks/may");
+  EXPECT_EQ(fromWork("."), "/run/work");
+  EXPECT_EQ(fromWork(".."), "/run");
+  EXPECT_EQ(fromWork("./talks/../other/"), "/run/work/other");
+}
+
+TEST(StartFolder, IsHomeForALatticeAmongTheWorkFiles) {
+  EXPECT_EQ(fromWork("/run/work"), "/home/me");
+  EXPECT_EQ(fromWork("/run/work/"), "/home/me");
+  EXPECT_EQ(fromWork("/run/./other/../work"), "/home/me");
+  EXPECT_EQ(startFolder("/run/work", "/run/work/", "/home/me"), "/home/me");
+}
+
+TEST(StartFolder, MayLieAroundOrInTheWorkingFolder) {
+  EXPECT_EQ(fromWork("/run"), "/run");
+  EXPECT_EQ(fromWork("/run/work/talks"), "/run/work/talks");
+  EXPECT_EQ(fromWork("/run/workshop"), "/run/workshop");
+}
+
+TEST(StartFolder, MayBeTheRoot) {
+  EXPECT_EQ(fromWork("/"), "/");
+  EXPECT_EQ(fromWork("../.."), "/");
+  EXPECT_EQ(startFolder("/", "/", "/home/me"), "/home/me");
+}
+
+TEST(StartFolder, KeepsEveryByteOfAName) {
+  EXPECT_EQ(fromWork("/data/gr\xf6\xdf"
+                     "e \n"),
+            "/data/gr\xf6\xdf"
+            "e \n");
+}
+
+}  // namespace
+}  // namespace quorbel
