@@ -8,6 +8,7 @@ test_packages=(libgtest-dev libxtst-dev libpng-dev dbus dbus-daemon libatk-adapt
   python3 python3-gi python3-pyatspi locales-all dia ghostscript librsvg2-common
   valgrind)
 package_packages=(dpkg-dev lintian)
+lint_packages=(clang-format clang-tidy shellcheck git)
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libfst-tools libgtest-dev)
 

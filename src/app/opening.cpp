@@ -42,7 +42,7 @@ std::string MainWindow::folderForDialogs() const {
 /// name of fewer than three characters.
 std::string MainWindow::build_sibling_menu(const std::string& path) {
   const std::string suffixOfSounds = "wav";
-  const std::string baseName = Glib::path_get_basename(path);
+  std::string baseName = Glib::path_get_basename(path);
   m_CurrentDir = Glib::path_get_dirname(path);
   m_SiblingMenu.items().clear();
 

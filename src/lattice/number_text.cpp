@@ -73,9 +73,9 @@ double parseDouble(std::string_view text) {
 std::string formatNumber(double number) {
   constexpr int kSignificantDigits = 6;
   std::array<char, 32> text;
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), number,
-                                 std::chars_format::general, kSignificantDigits)
-                       .ptr;
+  char* const end = std::to_chars(text.data(), text.data() + text.size(), number,
+                                  std::chars_format::general, kSignificantDigits)
+                        .ptr;
   return std::string(text.data(), end);
 }
 

@@ -62,7 +62,7 @@ std::string lookupFieldByIndex(const xmlNode* node, int& depth, const IndexPath&
       return "";
     }
     if (const xmlNode* child = firstChild(node)) {
-      const std::string value = lookupFieldByIndex(child, depth, path);
+      std::string value = lookupFieldByIndex(child, depth, path);
       if (!value.empty()) return value;
     }
   }

@@ -185,6 +185,7 @@ void DiagramWriter::addSpline(const DrawnSpline& spline, const std::string& colo
     points.insert(points.end(), {foot, foot, *spline.endTip});
   }
   std::vector<DiaPoint> places;
+  places.reserve(points.size());
   for (const LayoutPoint& point : points) places.push_back(place(point));
 
   m_Xml.beginObject("Standard - BezierLine", "0");

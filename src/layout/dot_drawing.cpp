@@ -67,9 +67,9 @@ std::string valueOr(const DotAttributes& attributes, std::string_view name,
 
 /// A label with its double quotes as `dot` has them in memory: bare.
 std::string withBareQuotes(std::string label) {
-  constexpr char kEscapedQuote[] = {'\\', DotStatements::kInnerQuote, '\0'};
-  for (std::size_t at = label.find(kEscapedQuote); at != std::string::npos;
-       at = label.find(kEscapedQuote, at + 1))
+  const std::string escapedQuote = {'\\', DotStatements::kInnerQuote};
+  for (std::size_t at = label.find(escapedQuote); at != std::string::npos;
+       at = label.find(escapedQuote, at + 1))
     label.replace(at, 2, 1, '"');
   return label;
 }
@@ -164,7 +164,8 @@ void DrawingReader::addEdge(std::string_view tail, std::string_view head,
   }
   if (const std::string* place = find(attributes, "lp")) {
     edge.labelCentre = point(*place);
-    const std::string from(tail), to(head);
+    const std::string from(tail);
+    const std::string to(head);
     edge.label = labelLines(withBareQuotes(valueOr(attributes, "label", "")),
                             {{'G', m_Name}, {'E', from + "->" + to}, {'T', from}, {'H', to}});
   }

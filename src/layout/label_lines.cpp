@@ -6,6 +6,7 @@
 #include <libxml/xmlstring.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 namespace quorbel {
@@ -16,9 +17,9 @@ constexpr int kFirstLatin1Letter = 0xA0;  // below, Latin-1 has but control char
 
 void appendCharacter(std::string& text, int character) {
   if (!xmlIsCharQ(static_cast<unsigned>(character))) character = kReplacement;
-  xmlChar bytes[8];
-  const int length = xmlCopyCharMultiByte(bytes, character);
-  text.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
+  std::array<xmlChar, 8> bytes;
+  const int length = xmlCopyCharMultiByte(bytes.data(), character);
+  text.append(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(length));
 }
 
 std::string withNames(std::string_view label, const LabelNames& names) {

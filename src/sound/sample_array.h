@@ -13,7 +13,8 @@ struct SampleArrayDeleter {
 };
 
 /// An owned array of 16-bit samples, or null.
-using SampleArray = std::unique_ptr<std::int16_t[], SampleArrayDeleter>;
+using SampleArray =
+    std::unique_ptr<std::int16_t[], SampleArrayDeleter>;  // NOLINT(modernize-avoid-c-arrays)
 
 /// The bytes that one sound may take now: half of the memory that the kernel says is available
 /// (MemAvailable in /proc/meminfo; without that, half of the machine's memory), for a sound that

@@ -24,6 +24,7 @@ Segment segmentBetween(double from, double to, std::int32_t frames) {
 double playedFraction(std::int32_t elapsedMs, std::int32_t sampleRate, std::int32_t frames,
                       std::int32_t channels) {
   if (channels <= 0 || frames / channels <= 0) return 0.0;
+  // NOLINTNEXTLINE(bugprone-integer-division): whole samples of each channel
   return elapsedMs / 1000.0 * sampleRate / (frames / channels);
 }
 

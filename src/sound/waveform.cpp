@@ -48,7 +48,7 @@ Waveform computeWaveform(const std::int16_t* samples, std::int32_t frames, std::
 std::vector<WaveformPoint> waveformOutline(const Waveform& waveform, std::int32_t peak,
                                            int viewHeight) {
   const double scale = peak > 0 ? static_cast<double>(viewHeight - kHeightMargin) / peak : 0.0;
-  const double mid = viewHeight / 2;
+  const double mid = viewHeight / 2;  // NOLINT(bugprone-integer-division): a whole pixel
   std::vector<WaveformPoint> points;
   points.reserve(2 * waveform.columns.size() + 2);
   points.push_back({0.0, mid});
