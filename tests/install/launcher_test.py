@@ -1,0 +1,383 @@
+"""The installed command, with a shell script in the viewer's place that notes what it was given.
+
+Needs QUORBEL_STAGING, the folder that the program was installed to, and QUORBEL_SOURCE.
+"""
+
+import os
+import pathlib
+import re
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+import unittest
+
+STAGING = pathlib.Path(os.environ["QUORBEL_STAGING"])
+SOURCE = pathlib.Path(os.environ["QUORBEL_SOURCE"])
+PATIENCE_S = 30
+WORK_FILES = ("quorbel_graph.dot", "graph.dot", "graph.png")
+
+# Notes its working directory, what is in it, its mode and umask, and the arguments; then acts.
+STAND_IN = r"""#!/bin/sh
+{ printf '%s\0' "$PWD" "$(ls -A)" "$(readlink images)" "$(stat -c %a .)" "$(umask)" "$@"; } \
+  >"$NOTES/notes.$$"
+mv "$NOTES/notes.$$" "$NOTES/$$"
+eval "$ACT"
+"""
+
+
+class Notes:
+    """What one stand-in was given."""
+
+    def __init__(self, path):
+        self.process_id = int(path.name)
+        folder, files, images, mode, umask, *arguments = path.read_bytes().split(b"\0")[:-1]
+        self.folder = pathlib.Path(os.fsdecode(folder))
+        self.files = files.decode().split()
+        self.images = os.path.normpath(os.fsdecode(images))
+        self.mode = mode.decode()
+        self.umask = umask.decode()
+        self.arguments = arguments
+
+
+class LauncherCase(unittest.TestCase):
+    maxDiff = None
+
+    def setUp(self):
+        temporary = tempfile.TemporaryDirectory(prefix="launcher-test-")
+        self.addCleanup(temporary.cleanup)
+        self.root = pathlib.Path(temporary.name).resolve()
+        prefix = self.root / "usr"
+        (prefix / "bin").mkdir(parents=True)
+        (prefix / "lib" / "quorbel").mkdir(parents=True)
+        shutil.copy(STAGING / "bin" / "quorbel", prefix / "bin")
+        self.images = str(prefix / "share" / "quorbel" / "images")
+        self.launcher = prefix / "bin" / "quorbel"
+        viewer = prefix / "lib" / "quorbel" / "quorbel"
+        viewer.write_text(STAND_IN)
+        viewer.chmod(0o755)
+        self.notes = self.root / "notes"
+        self.folder = self.root / "user"  # where the user starts the command
+        self.runtime = self.root / "runtime"
+        for folder in (self.notes, self.folder, self.runtime):
+            folder.mkdir()
+        self.environment = {"PATH": os.environ["PATH"], "HOME": str(self.root), "ACT": "",
+                            "NOTES": str(self.notes), "XDG_RUNTIME_DIR": str(self.runtime)}
+
+    def start(self, *arguments, act="", **environment):
+        def default_signals():  # whatever the caller of the tests ignores
+            for number in (signal.SIGHUP, signal.SIGINT, signal.SIGTERM):
+                signal.signal(number, signal.SIG_DFL)
+        process = subprocess.Popen(
+            [self.launcher, *arguments], cwd=self.folder, stdin=subprocess.DEVNULL,
+            stdout=subprocess.PIPE, stderr=subprocess.PIPE, preexec_fn=default_signals,
+            env=self.environment | {"ACT": act} | environment)
+        def end():
+            process.kill()
+            process.communicate()
+        self.addCleanup(end)
+        return process
+
+    def run_to_end(self, *arguments, **options):
+        """Returns exit status, standard output and standard error."""
+        process = self.start(*arguments, **options)
+        output, errors = process.communicate(timeout=PATIENCE_S)
+        return process.returncode, output.decode(), errors.decode("utf-8", "surrogateescape")
+
+    def taken_notes(self):
+        return [Notes(path) for path in sorted(self.notes.glob("[0-9]*"))]
+
+    def given(self, *arguments, **options):
+        """The notes of the stand-in of a run that ends well and says nothing."""
+        self.assertEqual((0, "", ""), self.run_to_end(*arguments, **options))
+        return self.last_notes()
+
+    def last_notes(self):
+        (notes,) = self.taken_notes()
+        (self.notes / str(notes.process_id)).unlink()
+        return notes
+
+    def wait_for(self, condition, what):
+        deadline = time.monotonic() + PATIENCE_S
+        while not condition():
+            self.assertLess(time.monotonic(), deadline, what)
+            time.sleep(0.02)
+
+
+def is_alive(process_id):
+    """Whether it runs; a zombie that nobody has asked for does not."""
+    try:
+        state = pathlib.Path(f"/proc/{process_id}/stat").read_text().rpartition(")")[2].split()[0]
+    except (FileNotFoundError, ProcessLookupError):
+        return False
+    return state != "Z"
+
+
+class ArgumentsTest(LauncherCase):
+    def opens(self, expected, *arguments):
+        self.assertEqual([os.fsencode(expected)], self.given(*arguments).arguments)
+
+    def test_without_a_lattice(self):
+        self.assertEqual([], self.given().arguments)
+        self.assertEqual([], self.given("").arguments)
+        self.assertEqual([], self.given("--").arguments)
+
+    def test_path_becomes_absolute_without_dots(self):
+        for path in ("a.lat", "./a.lat", "../user/a.lat", "x/.././a.lat", f"{self.folder}/./a.lat",
+                     f"{self.folder}//a.lat"):
+            (self.folder / "x").mkdir(exist_ok=True)
+            self.opens(self.folder / "a.lat", path)
+
+    def test_folder_and_lattice_need_not_exist(self):
+        self.opens(self.folder / "none" / "a.lat", "none/a.lat")
+
+    def test_links_of_the_user_are_kept(self):
+        (self.folder / "far.away").mkdir()
+        (self.folder / "far.away" / "long.name.lat").touch()
+        (self.folder / "near").symlink_to("far.away")
+        (self.folder / "a.lat").symlink_to("far.away/long.name.lat")
+        self.opens(self.folder / "a.lat", "a.lat")
+        self.opens(self.folder / "near" / "long.name.lat", "near/long.name.lat")
+
+    def test_parent_of_a_link_is_that_of_the_folder_it_leads_to(self):
+        (self.folder / "deep" / "down").mkdir(parents=True)
+        (self.folder / "deep" / "a.lat").touch()
+        (self.folder / "near").symlink_to("deep/down")
+        self.opens(self.folder / "deep" / "a.lat", "near/../a.lat")
+
+    def test_odd_names(self):
+        for name in (b"two words", b" ", b"*", b"$HOME", b"`id`", b"'", b'"', b"back\\slash",
+                     b"a\nb", b"ends\n", b"ends\n\n", b"\n", "grüße.lat".encode(),
+                     b"gr\xf6\xdfe.lat", b"\xff", b"-", b"%s%n", b"#", b"~"):
+            with self.subTest(name=name):
+                self.opens(os.fsencode(self.folder) + b"/" + name, name)
+
+    def test_names_that_begin_with_a_dash(self):
+        for name in ("-a.lat", "--help", "--version", "--", "--sync", "-n"):
+            with self.subTest(name=name):
+                self.opens(self.folder / name, "--", name)
+                self.opens(self.folder / name, "./" + name)
+
+    def test_options_of_the_toolkit_are_passed_on_in_order(self):
+        options = [b"--display=:7", b"--name", b"reader", b"--class=Lattices", b"--screen", b"1",
+                   b"--sync", b"--g-fatal-warnings", b"--gtk-module=x", b"--gtk-module", b"y",
+                   b"--gdk-debug=events", b"--gtk-no-debug", b"all"]
+        lattice = os.fsencode(self.folder / "a.lat")
+        self.assertEqual([*options, lattice], self.given(*options, "a.lat").arguments)
+        self.assertEqual([*options, lattice], self.given("a.lat", *options).arguments)
+        self.assertEqual([*options, lattice], self.given(*options, "--", "a.lat").arguments)
+        self.assertEqual(options, self.given(*options).arguments)
+
+    def test_values_of_options_may_have_blanks(self):
+        self.assertEqual([b"--name=two words", b"--class", b"* \n"],
+                         self.given("--name=two words", "--class", "* \n").arguments)
+
+    def test_further_lattices_are_ignored_with_one_line(self):
+        self.assertEqual(
+            (0, "", "quorbel: only one lattice can be opened; ignored: b.lat c?d.lat\n"),
+            self.run_to_end("a.lat", "b.lat", "--sync", "c\nd.lat"))
+        self.assertEqual([b"--sync", os.fsencode(self.folder / "a.lat")],
+                         self.last_notes().arguments)
+
+    def test_unknown_options_start_nothing(self):
+        for option in ("--hlep", "-x", "-a.lat", "--displayed=:7"):
+            self.assertEqual(
+                (2, "", f"quorbel: unknown option: {option} (try quorbel --help)\n"),
+                self.run_to_end("a.lat", option))
+        self.assertEqual((2, "", "quorbel: option without its value: --display\n"),
+                         self.run_to_end("a.lat", "--display"))
+        self.assertEqual([], self.taken_notes())
+        self.assertEqual([], list(self.runtime.iterdir()))
+
+    def test_version_is_that_of_the_viewer(self):
+        product = (SOURCE / "src" / "app" / "product.h").read_text()
+        version = re.search(r'VERSION_TEXT = "(.*)"', product)[1]
+        self.assertEqual((0, version + "\n", ""), self.run_to_end("--version"))
+        self.assertEqual((0, version + "\n", ""), self.run_to_end("a.lat", "--version", "b.lat"))
+        self.assertEqual([], self.taken_notes())
+
+    def test_help_names_every_option(self):
+        status, output, errors = self.run_to_end("--sync", "--help")
+        self.assertEqual((0, ""), (status, errors))
+        self.assertTrue(output.startswith("Usage: quorbel [OPTION]... [--] [LATTICE]\n"), output)
+        options = ("--help", "--version", "--display=", "--name=", "--class=", "--sync",
+                   "--g-fatal-warnings", "--gtk-", "--gdk-")
+        self.assertEqual([], [option for option in options if option not in output])
+        self.assertEqual([], self.taken_notes())
+
+    def test_works_through_a_link_to_it(self):
+        link = self.root / "link"
+        link.symlink_to(self.launcher)
+        self.launcher = link
+        self.assertEqual(self.images, self.given().images)
+
+
+class ManyLinksTest(LauncherCase):
+    def write(self, links):
+        with open(self.folder / "a.lat", "w", encoding="latin-1") as lattice:
+            lattice.write("# J=\xfc\nN=2 L=9999\nI=0\nI=1\nUTTERANCE=J=1\n")
+            lattice.write("".join(f"J={i} S=0 E=1 a=1\n" for i in range(links - 2)))
+            lattice.write("  J=8 S=0 E=1\n\tJ = 9 S=0 E=1\n")
+
+    def test_a_thousand_links_are_no_matter(self):
+        self.write(1000)
+        self.given("a.lat")
+
+    def test_more_are_said_with_the_command_that_stops_it(self):
+        self.write(1001)
+        process = self.start("a.lat", act="sleep 600")
+        self.wait_for(self.taken_notes, "the viewer")
+        line = process.stderr.readline().decode()
+        self.assertEqual(f"quorbel: {self.folder}/a.lat has 1001 links: dot may take minutes to "
+                         f"draw it; to stop it and the viewer: kill {process.pid}\n", line)
+        subprocess.run(line.rpartition(": ")[2].split(), check=True)
+        self.assertEqual(143, process.wait(PATIENCE_S))
+        self.assertFalse(is_alive(self.taken_notes()[0].process_id))
+
+    def test_what_is_no_lattice_file_is_not_read(self):
+        os.mkfifo(self.folder / "pipe")
+        for name in ("none.lat", ".", "pipe"):
+            self.given(name)
+
+
+class WorkFolderTest(LauncherCase):
+    def test_is_private_and_holds_the_pictures(self):
+        notes = self.given("a.lat")
+        self.assertEqual(self.runtime / "quorbel", notes.folder.parent)
+        self.assertEqual("700", notes.mode)
+        self.assertEqual(["images"], notes.files)
+        self.assertEqual(self.images, notes.images)
+        self.assertEqual(0o700, (self.runtime / "quorbel").stat().st_mode & 0o777)
+
+    def test_files_saved_elsewhere_get_the_users_mode(self):
+        for mask in (0o022, 0o077, 0o002):
+            before = os.umask(mask)
+            try:
+                self.assertEqual(mask, int(self.given().umask, 8))
+            finally:
+                os.umask(before)
+
+    def test_goes_at_the_end(self):
+        notes = self.given(act="touch " + " ".join(WORK_FILES))
+        self.assertFalse(notes.folder.exists())
+        self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
+        self.assertEqual([], list(self.folder.iterdir()))
+
+    def test_what_was_saved_there_stays(self):
+        status, _, errors = self.run_to_end(act="touch out.png; touch " + " ".join(WORK_FILES))
+        folder = self.last_notes().folder
+        self.assertEqual(0, status)
+        self.assertEqual(f"quorbel: what was saved in the work folder stays there: {folder}\n",
+                         errors)
+        self.assertEqual(["out.png"], os.listdir(folder))
+
+    def test_pictures_survive_its_end(self):
+        os.makedirs(self.images)
+        (pathlib.Path(self.images) / "logo.png").touch()
+        self.given()
+        self.assertEqual(["logo.png"], os.listdir(self.images))
+
+    def test_lies_where_no_path_has_a_dot(self):
+        cache = self.root / "cache"
+        dotted = self.root / "with.dot"
+        temporary = self.root / "temporary"
+        blocked = self.root / "blocked"
+        for folder in (cache, dotted, temporary, blocked):
+            folder.mkdir()
+        (blocked / "quorbel").touch()
+        folders = {"XDG_RUNTIME_DIR": dotted, "XDG_CACHE_HOME": cache, "TMPDIR": temporary}
+        def parent(**changes):
+            names = {name: str(path) for name, path in (folders | changes).items()}
+            folder = self.given("a.lat", **names).folder
+            self.assertNotIn(".", str(folder))
+            return folder.parent
+        self.assertEqual(cache / "quorbel", parent())
+        self.assertEqual(cache / "quorbel", parent(XDG_RUNTIME_DIR=self.root / "none"))
+        self.assertEqual(cache / "quorbel", parent(XDG_RUNTIME_DIR="user"))
+        self.assertEqual(cache / "quorbel", parent(XDG_RUNTIME_DIR=blocked))
+        self.assertEqual(temporary, parent(XDG_CACHE_HOME=dotted))
+        self.assertEqual(temporary, parent(XDG_CACHE_HOME=""))
+        self.assertEqual(temporary, parent(XDG_CACHE_HOME=blocked))
+        self.assertEqual(pathlib.Path("/tmp"), parent(XDG_CACHE_HOME=dotted, TMPDIR=dotted))
+        self.assertEqual(pathlib.Path("/tmp"), parent(XDG_CACHE_HOME=dotted, TMPDIR=""))
+        self.assertEqual([], list(dotted.iterdir()))
+
+    def test_home_does_not_matter(self):
+        for home in ("", "none", "/none/.x", "two words\n", "/"):
+            self.assertEqual(self.runtime / "quorbel", self.given(HOME=home).folder.parent)
+        del self.environment["HOME"]
+        self.assertEqual(self.runtime / "quorbel", self.given().folder.parent)
+        del self.environment["XDG_RUNTIME_DIR"]
+        self.assertEqual(pathlib.Path("/tmp"), self.given().folder.parent)
+
+    def test_may_have_an_odd_name(self):
+        odd = self.root / "it's \"my\"\n$HOME *"
+        odd.mkdir()
+        self.assertEqual(odd / "quorbel", self.given(XDG_RUNTIME_DIR=str(odd)).folder.parent)
+        self.assertEqual([], list((odd / "quorbel").iterdir()))
+
+    def test_each_viewer_has_its_own(self):
+        processes = [self.start(name, act="while ! [ -e \"$NOTES/go\" ]; do sleep 0.02; done")
+                     for name in ("a.lat", "b.lat")]
+        self.wait_for(lambda: len(self.taken_notes()) == 2, "both viewers")
+        first, second = self.taken_notes()
+        self.assertNotEqual(first.folder, second.folder)
+        self.assertTrue(first.folder.is_dir() and second.folder.is_dir())
+        (self.notes / "go").touch()
+        self.assertEqual([0, 0], [process.wait(PATIENCE_S) for process in processes])
+        self.assertFalse(first.folder.exists() or second.folder.exists())
+
+
+class EndTest(LauncherCase):
+    def test_exit_status_is_the_viewers(self):
+        for status in (0, 1, 2, 77, 128):
+            self.assertEqual((status, "", ""), self.run_to_end(act=f"exit {status}"))
+
+    def test_what_the_viewer_says_comes_through(self):
+        self.assertEqual((3, "an output\n", "an error\n"),
+                         self.run_to_end(act="echo an output; echo an error >&2; exit 3"))
+
+    def test_viewer_ended_by_a_signal(self):
+        for number in (signal.SIGSEGV, signal.SIGKILL, signal.SIGABRT, signal.SIGTERM):
+            name = number.name.removeprefix("SIG")
+            status, output, errors = self.run_to_end(
+                act=f"touch {' '.join(WORK_FILES)}; ulimit -c 0; kill -{name} $$")
+            self.assertEqual((128 + number, "",
+                              f"quorbel: the viewer was ended by the signal {name}\n"),
+                             (status, output, errors))
+            self.assertFalse(self.last_notes().folder.exists())
+
+    def test_dot_ends_with_a_viewer_that_crashes(self):
+        act = 'sleep 600 >/dev/null 2>&1 & echo $! >"$NOTES/dot"; kill -KILL $$'
+        self.assertEqual(137, self.run_to_end(act=act)[0])
+        self.assertFalse(is_alive(int((self.notes / "dot").read_text())))
+        self.assertFalse(self.last_notes().folder.exists())
+
+    def test_signals_end_viewer_and_dot(self):
+        for number in (signal.SIGHUP, signal.SIGINT, signal.SIGTERM):
+            with self.subTest(signal=number):
+                # as the viewer runs dot: it waits for it, and both write
+                process = self.start(act=f"touch {' '.join(WORK_FILES)}; sh -c 'echo $$ >"
+                                         '"$NOTES/dot.new"; mv "$NOTES/dot.new" "$NOTES/dot"; '
+                                         "exec sleep 600'; exit 0")
+                self.wait_for((self.notes / "dot").exists, "dot")
+                process.send_signal(number)
+                output, errors = process.communicate(timeout=PATIENCE_S)
+                self.assertEqual((128 + number, b"", b""), (process.returncode, output, errors))
+                notes = self.last_notes()
+                self.assertFalse(is_alive(int((self.notes / "dot").read_text())))
+                self.assertFalse(is_alive(notes.process_id))
+                self.assertFalse(notes.folder.exists())
+                (self.notes / "dot").unlink()
+
+    def test_viewer_that_cannot_be_started(self):
+        (self.root / "usr" / "lib" / "quorbel" / "quorbel").unlink()
+        status, _, errors = self.run_to_end("a.lat")
+        self.assertEqual(127, status)
+        self.assertIn("lib/quorbel/quorbel", errors)
+        self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
+
+
+if __name__ == "__main__":
+    unittest.main()
