@@ -76,6 +76,8 @@ def _process_with_focus():
 class Viewer:
     """A running viewer. It works in `folder`; what it says is kept in the folder `outside`."""
 
+    program = "QUORBEL_PROGRAM"  # the variable that names it
+
     def __init__(self, folder, outside, command, environment):
         self.folder = folder
         self._said = pathlib.Path(tempfile.mkdtemp(prefix="said-", dir=outside))
@@ -85,6 +87,10 @@ class Viewer:
                 stdin=subprocess.DEVNULL, stdout=output, stderr=errors)
 
     # Its life
+
+    @property
+    def process_id(self):
+        return self.process.pid
 
     @property
     def is_running(self):
@@ -121,7 +127,7 @@ class Viewer:
         return wait_for(what, look_while_running)
 
     def windows(self, role):
-        shown = application(self.process.pid).children
+        shown = application(self.process_id).children
         return [window for window in shown if window.role == role and window.is_showing]
 
     def main_window(self):
@@ -212,7 +218,7 @@ class Viewer:
 
     def focus(self):
         """Waits until keys reach a window of the viewer."""
-        self.wait_for("the keyboard", lambda: _process_with_focus() == str(self.process.pid))
+        self.wait_for("the keyboard", lambda: _process_with_focus() == str(self.process_id))
 
     def key(self, *names):
         self.focus()
@@ -230,7 +236,7 @@ class Viewer:
     def _managed_windows(self):
         listed = subprocess.run(["wmctrl", "-l", "-p"], check=True, capture_output=True).stdout
         rows = [row.split() for row in os.fsdecode(listed).splitlines()]
-        return [row[0] for row in rows if row[2] == str(self.process.pid)]
+        return [row[0] for row in rows if row[2] == str(self.process_id)]
 
 
 def _desktops():
@@ -263,6 +269,7 @@ class ViewerTest(unittest.TestCase):
     maxDiff = None
     folder_name = "work"
     through = ()  # the start of a command that ends with the viewer's
+    viewer_type = Viewer
 
     def setUp(self):
         outside = tempfile.TemporaryDirectory()
@@ -321,8 +328,9 @@ class ViewerTest(unittest.TestCase):
 
     def start(self, *arguments, **environment):
         """Starts the viewer in the test's folder, with these changes to its environment."""
-        command = [*self.through, os.environ["QUORBEL_PROGRAM"], *arguments]
-        viewer = Viewer(self.folder, self.outside, command, self.environment | environment)
+        command = [*self.through, os.environ[self.viewer_type.program], *arguments]
+        viewer = self.viewer_type(self.folder, self.outside, command,
+                                  self.environment | environment)
         self.addCleanup(viewer.kill)
         self.addCleanup(lambda: self.assertEqual([], COMPLAINT.findall(viewer.errors)))
         return viewer
