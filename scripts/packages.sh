@@ -6,7 +6,7 @@ run_packages=(graphviz fonts-dejavu-core)
 display_packages=(xvfb openbox x11-utils xdotool wmctrl imagemagick)
 test_packages=(libgtest-dev libxtst-dev libpng-dev dbus dbus-daemon libatk-adaptor libgail-common at-spi2-core
   python3 python3-gi python3-pyatspi locales-all dia ghostscript librsvg2-common
-  valgrind)
+  valgrind desktop-file-utils appstream shared-mime-info libglib2.0-bin libxml2-utils man-db)
 package_packages=(dpkg-dev lintian)
 lint_packages=(clang-format clang-tidy shellcheck git)
 fuzz_packages=(clang libclang-rt-14-dev)
