@@ -75,7 +75,9 @@ class LauncherCase(unittest.TestCase):
             env=self.environment | {"ACT": act} | environment)
         def end():
             process.kill()
-            process.communicate()
+            process.wait()
+            process.stdout.close()  # a viewer that lives on, which is a failure, may keep its end
+            process.stderr.close()
         self.addCleanup(end)
         return process
 
