@@ -1,0 +1,322 @@
+#include "slf/slf_file.h"
+
+#include <algorithm>
+#include <cctype>
+#include <limits>
+#include <unordered_map>
+#include <utility>
+
+#include "slf/decimal.h"
+#include "slf/slf_line.h"
+#include "slf/word_text.h"
+
+namespace quorbel {
+namespace {
+
+bool isNodeCountKey(std::string_view key) { return key == "N" || key == "NODES" || key == "nodes"; }
+bool isLinkCountKey(std::string_view key) { return key == "L" || key == "LINKS" || key == "links"; }
+bool isLinkStartKey(std::string_view key) { return key == "S" || key == "START" || key == "start"; }
+bool isLinkEndKey(std::string_view key) { return key == "E" || key == "END" || key == "end"; }
+
+/// What a number field says up to a comment that follows it without a blank.
+std::string_view withoutComment(std::string_view value) { return value.substr(0, value.find('#')); }
+
+std::string inLowerCase(std::string_view key) {
+  std::string lower(key);
+  for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return lower;
+}
+
+/// Something of a file as a message shows it: a bounded text without control characters.
+std::string shown(std::string_view text) {
+  constexpr std::size_t kShown = 40;
+  return drawableText(inUtf8(std::string(text.substr(0, kShown)))) +
+         (text.size() > kShown ? "..." : "");
+}
+
+/// Puts the lines of one text into a file's records.
+class SlfReading {
+ public:
+  explicit SlfReading(SlfFile& file) : m_File(file) {}
+
+  std::string read();
+
+ private:
+  enum class Record { Header, Node, Link };
+
+  std::string readLine(std::string_view text);
+  std::string take(SlfToken& token);
+  std::string takeHeader(const SlfToken& token);
+  std::string takeInteger(const SlfToken& token, int& number) const;
+  std::string takeNumber(const SlfToken& token, double& number) const;
+  std::string takeCount(const SlfToken& token, std::optional<int>& count) const;
+  void addField(SlfToken& token);
+  std::string endRecord();
+  std::string finish();
+  std::string checkNodes();
+  std::string checkLinks();
+  std::string checkNode(int node, int line, const std::string& what) const;
+
+  std::string atLine(int line, const std::string& text) const {
+    return "line " + std::to_string(line) + ": " + text;
+  }
+  std::string nodeRange() const { return "0 to " + std::to_string(*m_File.header.nodeCount - 1); }
+
+  SlfFile& m_File;
+  int m_Line = 0;
+  bool m_Ended = false;  ///< a line "." ended the lattice
+  Record m_Type = Record::Header;
+  SlfRecord m_Record;
+  bool m_HasStart = false;
+  bool m_HasEnd = false;
+  std::string* m_Text = nullptr;  ///< a text of the header that further words of the line belong to
+  std::vector<SlfRecord> m_Nodes;  ///< in the order of the file
+};
+
+std::string SlfReading::read() {
+  std::string_view rest = m_File.bytes;
+  if (rest.substr(0, 3) == "\xEF\xBB\xBF") rest.remove_prefix(3);  // a byte order mark
+  while (!rest.empty()) {
+    const std::size_t end = std::min(rest.find('\n'), rest.size());
+    std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    ++m_Line;
+    if (std::string error = readLine(line); !error.empty()) return atLine(m_Line, error);
+  }
+  return finish();
+}
+
+std::string SlfReading::readLine(std::string_view text) {
+  m_Type = Record::Header;
+  m_Record = SlfRecord();
+  m_Record.line = m_Line;
+  m_Record.firstField = m_File.fields.size();
+  m_HasStart = m_HasEnd = false;
+  m_Text = nullptr;
+  SlfLine line(text);
+  SlfToken token;
+  std::string error;
+  while (line.next(token, error)) {
+    if (m_Ended) return "the lattice ended before; only files with one lattice can be read";
+    error = take(token);
+    if (!error.empty() || m_Ended) break;
+  }
+  if (!error.empty()) return error;
+  if (text.find('\0') != std::string_view::npos) return "a zero byte; only text can be read";
+  return endRecord();
+}
+
+std::string SlfReading::take(SlfToken& token) {
+  if (token.form == SlfToken::Form::Stray) {
+    if (m_Type == Record::Header && token.value == "." && !m_Text) {
+      m_Ended = true;
+      return "";
+    }
+    if (!m_Text) return "\"" + shown(token.value) + "\" is no field KEY=VALUE";
+    *m_Text += " " + inUtf8(withoutEscapes(token.value));
+    return "";
+  }
+  if (token.key == "I") {
+    m_Type = Record::Node;
+    return takeInteger(token, m_Record.id);
+  }
+  if (token.key == "J") {
+    m_Type = Record::Link;
+    return takeInteger(token, m_Record.id);
+  }
+  if (m_Type == Record::Header) return takeHeader(token);
+  if (m_Type == Record::Link && isLinkStartKey(token.key)) {
+    m_HasStart = true;
+    return takeInteger(token, m_Record.start);
+  }
+  if (m_Type == Record::Link && isLinkEndKey(token.key)) {
+    m_HasEnd = true;
+    return takeInteger(token, m_Record.end);
+  }
+  const bool isSublattice =
+      m_Type == Record::Node && (token.key == "L" || token.key == "SUBLAT" || token.key == "SUBS");
+  if (isSublattice)
+    return std::string(token.key) + "=" + shown(token.value) + " makes node " +
+           std::to_string(m_Record.id) +
+           " stand for a sub-lattice (SUBLAT), and these are not supported";
+  addField(token);
+  return "";
+}
+
+std::string SlfReading::takeHeader(const SlfToken& token) {
+  SlfHeader& header = m_File.header;
+  m_Text = nullptr;
+  if (isNodeCountKey(token.key)) return takeCount(token, header.nodeCount);
+  if (isLinkCountKey(token.key)) {
+    header.linkCountLine = m_Line;
+    return takeCount(token, header.linkCount);
+  }
+  if (token.key == "S" || token.key == "SUBLAT")
+    return std::string(token.key) + "=" + shown(token.value) +
+           " begins a sub-lattice (SUBLAT), and these are not supported";
+  const std::string key = inLowerCase(token.key);
+  const auto takeEndPoint = [&](std::optional<int>& node, int& line) {
+    line = m_Line;
+    return takeInteger(token, node.emplace());
+  };
+  if (key == "start") return takeEndPoint(header.start, header.startLine);
+  if (key == "end") return takeEndPoint(header.end, header.endLine);
+  if (key == "base") {
+    std::string error = takeNumber(token, header.base);
+    if (error.empty() && header.base < 0.0)
+      error = "base=" + shown(token.value) + " is negative and no base of logarithms";
+    return error;
+  }
+  if (key == "tscale") {
+    std::string error = takeNumber(token, header.timeScale);
+    if (error.empty() && header.timeScale <= 0.0)
+      error = "tscale=" + shown(token.value) + " is no scale of times";
+    return error;
+  }
+  if (key == "acscale") return takeNumber(token, header.scales.acoustic);
+  if (key == "lmscale") return takeNumber(token, header.scales.language);
+  if (key == "prscale") return takeNumber(token, header.scales.pronunciation);
+  if (key == "wdpenalty") return takeNumber(token, header.scales.wordPenalty);
+  if (key == "dir") {
+    const std::string direction = inLowerCase(token.value);
+    header.isBackward = direction == "b";
+    return direction == "f" || direction == "b"
+               ? ""
+               : "dir=" + shown(token.value) + " is neither f nor b";
+  }
+  if (key == "v" || key == "version") {
+    const std::optional<double> version = wholeNumber(withoutComment(token.value));
+    return version == 1.0 || version == 1.1
+               ? ""
+               : "version " + shown(token.value) + " of the format is not known, only 1.0 and 1.1";
+  }
+  // Other fields play no part; a text may go on behind a blank.
+  static std::string ignored;
+  ignored.clear();
+  m_Text = &ignored;
+  if (key == "u" || key == "utterance") {
+    header.utterance = inUtf8(withoutEscapes(token.value));
+    m_Text = &header.utterance;
+  }
+  return "";
+}
+
+std::string SlfReading::takeInteger(const SlfToken& token, int& number) const {
+  const std::optional<int> value = wholeInteger(withoutComment(token.value));
+  if (!value || *value < 0)
+    return std::string(token.key) + "=" + shown(token.value) + " is no number from 0 on";
+  number = *value;
+  return "";
+}
+
+std::string SlfReading::takeNumber(const SlfToken& token, double& number) const {
+  const std::optional<double> value = wholeNumber(withoutComment(token.value));
+  if (!value) return std::string(token.key) + "=" + shown(token.value) + " is no number";
+  number = *value;
+  return "";
+}
+
+std::string SlfReading::takeCount(const SlfToken& token, std::optional<int>& count) const {
+  if (count) return std::string(token.key) + "= is given for the second time";
+  return takeInteger(token, count.emplace());
+}
+
+void SlfReading::addField(SlfToken& token) {
+  SlfField field;
+  field.key = token.key;
+  field.value = token.value;
+  field.isDoubleQuoted = token.form == SlfToken::Form::DoubleQuoted;
+  if (token.form == SlfToken::Form::Fragment) {
+    field.fragmentWord = static_cast<int>(m_File.fragmentWords.size());
+    m_File.fragmentWords.push_back(std::move(token.fragmentWord));
+  }
+  m_File.fields.push_back(field);
+}
+
+std::string SlfReading::endRecord() {
+  if (m_Type == Record::Header) return "";
+  m_Record.fieldCount = m_File.fields.size() - m_Record.firstField;
+  if (m_Type == Record::Node) {
+    m_Nodes.push_back(m_Record);
+    return "";
+  }
+  const std::string link = "link " + std::to_string(m_Record.id);
+  if (!m_HasStart) return link + " has no start node (S=)";
+  if (!m_HasEnd) return link + " has no end node (E=)";
+  m_File.links.push_back(m_Record);
+  return "";
+}
+
+std::string SlfReading::finish() {
+  if (!m_File.header.nodeCount)
+    return atLine(std::max(m_Line, 1), "the file ends without the number of nodes (N= or NODES=)");
+  if (*m_File.header.nodeCount == 0) return "line 1: a lattice without nodes (N=0)";
+  if (std::string error = checkNodes(); !error.empty()) return error;
+  if (std::string error = checkLinks(); !error.empty()) return error;
+  const SlfHeader& header = m_File.header;
+  if (header.start)
+    if (std::string error = checkNode(*header.start, header.startLine, "start="); !error.empty())
+      return error;
+  return header.end ? checkNode(*header.end, header.endLine, "end=") : "";
+}
+
+std::string SlfReading::checkNodes() {
+  const int count = *m_File.header.nodeCount;
+  for (const SlfRecord& node : m_Nodes)
+    if (node.id >= count)
+      return atLine(node.line,
+                    "node " + std::to_string(node.id) + ", but nodes are " + nodeRange());
+  // Before memory is taken for them: so many lines there must be.
+  const bool mayBeComplete = m_Nodes.size() >= static_cast<std::size_t>(count);
+  m_File.nodes.assign(mayBeComplete ? static_cast<std::size_t>(count) : m_Nodes.size() + 1,
+                      SlfRecord());
+  for (const SlfRecord& node : m_Nodes) {
+    const std::size_t index = static_cast<std::size_t>(node.id);
+    if (index >= m_File.nodes.size()) continue;
+    SlfRecord& known = m_File.nodes[index];
+    if (known.line != 0)
+      return atLine(node.line, "node " + std::to_string(node.id) + " was given before, on line " +
+                                   std::to_string(known.line));
+    known = node;
+  }
+  for (std::size_t index = 0; index < m_File.nodes.size(); ++index)
+    if (m_File.nodes[index].line == 0)
+      return atLine(m_Line, "the file ends without node " + std::to_string(index) + " (nodes are " +
+                                nodeRange() + ")");
+  return "";
+}
+
+std::string SlfReading::checkLinks() {
+  std::unordered_map<int, int> lineOf;
+  lineOf.reserve(m_File.links.size());
+  for (const SlfRecord& link : m_File.links) {
+    const std::string name = "link " + std::to_string(link.id);
+    const auto [known, isNew] = lineOf.emplace(link.id, link.line);
+    if (!isNew)
+      return atLine(link.line,
+                    name + " was given before, on line " + std::to_string(known->second));
+    if (std::string error = checkNode(link.start, link.line, name + " leaves"); !error.empty())
+      return error;
+    if (std::string error = checkNode(link.end, link.line, name + " enters"); !error.empty())
+      return error;
+  }
+  const std::optional<int>& count = m_File.header.linkCount;
+  if (!count || static_cast<std::size_t>(*count) == m_File.links.size()) return "";
+  return atLine(m_File.header.linkCountLine, "the number of links is given as " +
+                                                 std::to_string(*count) + ", but the file has " +
+                                                 std::to_string(m_File.links.size()));
+}
+
+std::string SlfReading::checkNode(int node, int line, const std::string& what) const {
+  if (node < *m_File.header.nodeCount) return "";
+  return atLine(line, what + " node " + std::to_string(node) + ", but nodes are " + nodeRange());
+}
+
+}  // namespace
+
+bool isTimeKey(std::string_view key) { return key == "t" || key == "time" || key == "TIME"; }
+
+std::string parseSlf(SlfFile& file) { return SlfReading(file).read(); }
+
+}  // namespace quorbel

@@ -1,0 +1,67 @@
+#pragma once
+
+// A lattice as the companion program's commands work on it, whatever file it came from.
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "slf/dialect_word.h"
+#include "slf/slf_file.h"
+
+namespace quorbel {
+
+/// One score of a link under its name.
+struct NamedScore {
+  int name = 0;  ///< index in `WordLattice::scoreNames`
+  double value = 0.0;
+};
+
+struct WordLink {
+  int id = 0;     ///< the file's own; unique
+  int start = 0;  ///< index of the node it leaves
+  int end = 0;    ///< index of the node it enters
+  Word word;
+  std::vector<NamedScore> scores;  ///< log likelihoods, natural where `base` says what they are
+  double total = 0.0;              ///< the score by which the recogniser ranks paths, natural log
+  double logPosterior = 0.0;       ///< natural log; only in an acyclic lattice, see posteriors.h
+};
+
+struct WordNode {
+  double time = 0.0;   ///< seconds
+  int fileIndex = -1;  ///< its index in the file; -1 for one that joins several
+};
+
+/// A lattice whose node 0 is the start and whose last node is the end. In an acyclic one every link
+/// leads to a node with a higher index. Links are sorted by start and end node; of parallel ones
+/// the one with the best total comes first, of equal ones that with the lowest id.
+struct WordLattice {
+  std::string utterance;   ///< UTF-8, "" when the file does not name it
+  ScoreScales scales;      ///< how totals came about
+  bool isDialect = false;  ///< the file had its words as XML fragments already
+  bool hasTimes = true;    ///< the file had times; otherwise depths stand for them
+  bool isCyclic = false;
+  std::vector<std::string> scoreNames;  ///< each is a name that the viewer shows as a score
+  std::vector<WordNode> nodes;          ///< at least one
+  std::vector<WordLink> links;
+};
+
+/// Names of the two scores that every link has beside its own.
+inline const std::string kTotalName = "TOTAL";
+inline const std::string kPosteriorName = "post";
+
+/// Of links that lead from one node to the same other, puts the best first; see WordLattice.
+void sortLinks(WordLattice& lattice);
+
+/// Names of all scores that links have: kTotalName, kPosteriorName in an acyclic lattice, and the
+/// file's own in byte order.
+std::vector<std::string> scoreNamesOf(const WordLattice& lattice);
+
+/// The score of that name for each link; a link without it counts as 0. None when no link has it.
+std::optional<std::vector<double>> scoresNamed(const WordLattice& lattice, const std::string& name);
+
+/// The id of the first link in the file's numbering whose total is positive, which the viewer's
+/// search does not expect; none when no total is.
+std::optional<int> firstPositiveTotal(const WordLattice& lattice);
+
+}  // namespace quorbel

@@ -1,0 +1,50 @@
+// quorbel-lattice draw: the viewer's drawing in a file.
+
+#include <memory>
+
+#include "slf/drawing.h"
+#include "slf/normalise.h"
+#include "tool/commands.h"
+
+namespace quorbel {
+namespace {
+
+struct Arguments {
+  std::string in;
+  std::string out;
+  DrawingOptions options;
+};
+
+CommandResult run(const Arguments& arguments, Progress& progress) {
+  if (std::string error = checkOutput(arguments.in, arguments.out); !error.empty()) return error;
+  if (drawingFormat(arguments.out).empty())
+    return arguments.out + ": the name must end in .png, .svg, .pdf, .ps or .dia, the format";
+  progress.begin("reading " + arguments.in);
+  WordLattice lattice;
+  if (std::string error = readWordLattice(arguments.in, lattice); !error.empty()) return error;
+  progress.begin("drawing " + std::to_string(lattice.links.size()) + " links");
+  return drawLattice(lattice, arguments.options, arguments.out);
+}
+
+}  // namespace
+
+Command addDraw(CLI::App& app) {
+  auto arguments = std::make_shared<Arguments>();
+  CLI::App* command = app.add_subcommand("draw", "Draw a lattice as the viewer does, into a file");
+  command->add_option("IN", arguments->in, "Lattice, plain or compressed by gzip")->required();
+  command->add_option("OUT", arguments->out, "Drawing: NAME.png, .svg, .pdf, .ps or .dia")
+      ->required();
+  DrawingOptions& options = arguments->options;
+  command->add_flag("--best", options.showBestPath, "Mark the best path");
+  command
+      ->add_option("--label", options.labelField,
+                   "Label links with this attribute of their words, or with \"score\", their cost")
+      ->type_name("FIELD");
+  command->add_option("--score", options.scoreName, "Score that the paths follow (TOTAL)")
+      ->type_name("NAME");
+  command->add_option("--through", options.throughLink, "Mark the best path through link J=LINK")
+      ->type_name("LINK");
+  return [arguments](Progress& progress) { return run(*arguments, progress); };
+}
+
+}  // namespace quorbel

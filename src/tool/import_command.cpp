@@ -1,0 +1,41 @@
+// quorbel-lattice import: a file as a recogniser wrote it becomes one that the viewer opens.
+
+#include <memory>
+
+#include "slf/dialect_writer.h"
+#include "slf/lattice_summary.h"
+#include "slf/normalise.h"
+#include "tool/commands.h"
+
+namespace quorbel {
+namespace {
+
+struct Arguments {
+  std::string in;
+  std::string out;
+};
+
+CommandResult run(const Arguments& arguments, Progress& progress) {
+  if (std::string error = checkOutput(arguments.in, arguments.out); !error.empty()) return error;
+  progress.begin("reading " + arguments.in);
+  WordLattice lattice;
+  if (std::string error = readWordLattice(arguments.in, lattice); !error.empty()) return error;
+  progress.begin("writing " + arguments.out);
+  if (std::string error = writeDialectFile(lattice, arguments.out); !error.empty()) return error;
+  progress.begin("searching the best path");
+  for (const std::string& warning : warningsAbout(lattice)) say(arguments.in + ": " + warning);
+  return "";
+}
+
+}  // namespace
+
+Command addImport(CLI::App& app) {
+  auto arguments = std::make_shared<Arguments>();
+  CLI::App* command = app.add_subcommand(
+      "import", "Read a lattice as a recogniser wrote it and write it as the viewer reads it");
+  command->add_option("IN", arguments->in, "Lattice, plain or compressed by gzip")->required();
+  command->add_option("OUT", arguments->out, "File to write, such as talk.lat")->required();
+  return [arguments](Progress& progress) { return run(*arguments, progress); };
+}
+
+}  // namespace quorbel

@@ -1,0 +1,86 @@
+// quorbel-lattice: imports, prunes, ranks and draws lattices on the command line.
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <utility>
+#include <vector>
+
+#include "tool/commands.h"
+
+namespace quorbel {
+
+void say(const std::string& line) { std::cerr << "quorbel-lattice: " + line + "\n" << std::flush; }
+
+std::string checkOutput(const std::string& in, const std::string& out) {
+  std::error_code ignored;
+  return std::filesystem::equivalent(in, out, ignored)
+             ? out + ": this is the file to be read; write to another"
+             : "";
+}
+
+CommandResult printText(const std::string& text) {
+  const bool isPrinted =
+      std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+  return isPrinted ? "" : std::string("standard output: ") + std::strerror(errno);
+}
+
+namespace {
+
+constexpr int kFailure = 1;
+
+/// The first line of a message of the command line's parser.
+std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
+
+int run(int argc, char** argv) {
+  CLI::App app(
+      "Imports, prunes, ranks and draws the word lattices of speech recognisers.\n"
+      "Every command reads HTK's Standard Lattice Format and the Quorbel viewer's dialect "
+      "of it.",
+      "quorbel-lattice");
+  app.require_subcommand(1);
+  app.set_version_flag("--version", "quorbel-lattice 1.2");
+  std::vector<std::pair<std::string, Command>> commands;
+  for (const auto& [name, add] :
+       {std::pair<const char*, Command (*)(CLI::App&)>{"import", addImport},
+        {"prune", addPrune},
+        {"best", addBest},
+        {"info", addInfo},
+        {"draw", addDraw}})
+    commands.emplace_back(name, add(app));
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::Success& asked) {  // for help or the version
+    return app.exit(asked);
+  } catch (const CLI::ParseError& error) {
+    say(firstLine(error.what()) + " (see quorbel-lattice --help)");
+    return kFailure;
+  }
+  CommandResult error;
+  {
+    Progress progress;
+    for (const auto& [name, command] : commands)
+      if (app.got_subcommand(name)) error = command(progress);
+  }
+  if (error.empty()) return 0;
+  say(error);
+  return kFailure;
+}
+
+}  // namespace
+}  // namespace quorbel
+
+int main(int argc, char** argv) {
+  try {
+    return quorbel::run(argc, argv);
+  } catch (const std::exception& exception) {  // such as want of memory
+    quorbel::say(exception.what());
+    return quorbel::kFailure;
+  }
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+// Lines on standard error that tell what a command that takes long is at.
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace quorbel {
+
+/// Follows one command. For its first second it is silent; then it says which stage the command is
+/// at, again for each new stage, and every few seconds how long it has taken.
+class Progress {
+ public:
+  Progress();
+  ~Progress();
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+
+  /// The command begins with `stage`, such as "reading talk.lat".
+  void begin(const std::string& stage);
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  void watch();
+
+  const Clock::time_point m_Start = Clock::now();
+  std::mutex m_Mutex;
+  std::condition_variable m_Changed;
+  std::string m_Stage;
+  bool m_IsNew = false;    ///< the stage was not shown yet
+  bool m_IsEnded = false;  ///< the command is done
+  std::thread m_Thread;
+};
+
+}  // namespace quorbel
