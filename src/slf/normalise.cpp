@@ -110,10 +110,12 @@ std::string Normalising::makeLinks() {
 }
 
 /// The nodes where paths begin (or end): the one that is given, else those with links on the other
-/// side only (`hasLinks` tells of this side), else `otherwise`.
+/// side only (`hasLinks` tells of this side), else `otherwise`, which in the viewer's dialect comes
+/// first.
 std::vector<int> Normalising::endPoints(const std::optional<int>& given,
                                         const std::vector<char>& hasLinks, int otherwise) const {
   if (given) return {*given};
+  if (m_Lattice.isDialect) return {otherwise};
   std::vector<int> points;
   const std::vector<char>& hasOtherLinks = &hasLinks == &m_IsEntered ? m_IsLeft : m_IsEntered;
   for (std::size_t node = 0; node < hasLinks.size(); ++node)

@@ -70,7 +70,9 @@ bool SlfLine::takeValue(SlfToken& token, std::string& error) {
     while (!endsAt(end) && m_Text[end] != '=') ++end;
     const bool isQuoted = begin < m_Text.size() &&
                           (m_Text[begin] == '"' || m_Text[begin] == '\'' || m_Text[begin] == '<');
-    if (isQuoted || (endsAt(end) && begin < m_Text.size() && m_Text[begin] != '#')) m_Pos = begin;
+    const std::size_t next = skipBlanks(end);
+    const bool isKey = next < m_Text.size() && m_Text[next] == '=';
+    if (isQuoted || (!isKey && begin < m_Text.size() && m_Text[begin] != '#')) m_Pos = begin;
   }
   const char first = m_Pos < m_Text.size() ? m_Text[m_Pos] : ' ';
   if (first == '<' && isWordKey(token.key) && takeFragment(token)) return true;

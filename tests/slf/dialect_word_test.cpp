@@ -14,7 +14,7 @@ std::string fragmentOf(const Word& word) {
 TEST(DialectWord, EndsWhereTheViewerEndsIt) {
   const std::string line = "W=<w>a <b/></w> c <d/> e=1";
   EXPECT_EQ(fragmentEnd(line, 2), line.find(" e=1"));
-  EXPECT_EQ(fragmentEnd("<w><b></w>", 0), std::nullopt);
+  EXPECT_EQ(fragmentEnd("<w <b></w>", 0), std::nullopt);
   EXPECT_EQ(fragmentEnd("<s> a=1", 0), std::size_t{3});
 }
 

@@ -68,8 +68,8 @@ TEST_P(Forms, ReadsTheExactWordsFromTheImport) {
     EXPECT_EQ(before.links[i].word.text, after.links[i].word.text);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Forms, ::testing::ValuesIn(formNames()), [](const auto& info) {
-  std::string name = info.param;
+INSTANTIATE_TEST_SUITE_P(All, Forms, ::testing::ValuesIn(formNames()), [](const auto& form) {
+  std::string name = form.param;
   std::replace_if(
       name.begin(), name.end(), [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); },
       '_');

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
+#include <set>
 
 #include "lattice/htk_reader.h"
 #include "lattice/shortest_path.h"
@@ -56,17 +58,16 @@ ViewerView openInViewer(const std::string& text) {
   std::vector<int> nodes(count, 0);
   std::vector<int> links(count, -1);
   view.cost = shortestPath(graph, nodes, links, false);
-  int last = -1;
-  for (const int id : links) {
-    if (id == last) continue;
-    last = id;
-    for (const std::vector<Edge>& edges : graph.adjacency->outgoing) {
-      for (const Edge& edge : edges) {
-        if (edge.linkId != id) continue;
-        const std::string label = edgeXmlLabel(graph, edge.word, false);
-        if (label != "!NULL") view.words += (view.words.empty() ? "" : " ") + label;
-      }
+  const std::set<int> onPath(links.begin(), links.end());
+  const auto firstUnused = std::find(nodes.begin(), nodes.end(), 0);
+  int from = 0;
+  for (auto node = std::make_reverse_iterator(firstUnused); node != nodes.rend(); ++node) {
+    for (const Edge& edge : graph.adjacency->outgoing[static_cast<std::size_t>(from)]) {
+      if (edge.endNode != *node || onPath.count(edge.linkId) == 0) continue;
+      const std::string label = edgeXmlLabel(graph, edge.word, false);
+      if (label != "!NULL") view.words += (view.words.empty() ? "" : " ") + label;
     }
+    from = *node;
   }
   return view;
 }

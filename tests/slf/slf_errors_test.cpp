@@ -52,7 +52,7 @@ TEST(SlfErrors, NameTheLineAndTheReason) {
       {kNodes + "end=7\n", "line 4: end= node 7, but nodes are 0 to 1"},
       {kNodes + "J=0 S=0 E=1 a=loud\n", "line 4: a=loud is no number"},
       {kNodes + "J=0 S=0 E=1 a=1e999\n", "line 4: a=1e999 is no number"},
-      {"N=1\nI=0 acoustic=x\n", "line 2: acoustic=x is no number"},
+      {"N=2\nI=0\nI=1 acoustic=x\nJ=0 S=0 E=1\n", "line 3: acoustic=x is no number"},
       {kNodes + "J=0 S=0 E=1 W=a word\n", "line 4: \"word\" is no field KEY=VALUE"},
       {kNodes + "J=0 S=0 E=1 W=\"a word\n",
        "line 4: the value of W begins with a double quote that none ends"},
