@@ -44,7 +44,7 @@ int run(int argc, char** argv) {
       "Every command reads HTK's Standard Lattice Format and the Quorbel viewer's dialect "
       "of it.",
       "quorbel-lattice");
-  app.require_subcommand(1);
+  app.require_subcommand(0, 1);
   app.set_version_flag("--version", "quorbel-lattice 1.2");
   std::vector<std::pair<std::string, Command>> commands;
   for (const auto& [name, add] :
@@ -62,11 +62,11 @@ int run(int argc, char** argv) {
     say(firstLine(error.what()) + " (see quorbel-lattice --help)");
     return kFailure;
   }
-  CommandResult error;
-  {
+  CommandResult error = "A command is required (see quorbel-lattice --help)";
+  for (const auto& [name, command] : commands) {
+    if (!app.got_subcommand(name)) continue;
     Progress progress;
-    for (const auto& [name, command] : commands)
-      if (app.got_subcommand(name)) error = command(progress);
+    error = command(progress);
   }
   if (error.empty()) return 0;
   say(error);

@@ -1,0 +1,235 @@
+"""import, prune, best and info, and what all commands do with what they are given."""
+
+import gzip
+import subprocess
+import unittest
+
+from tool import CYCLIC, EXAMPLES, IMPORTED, ToolTest
+
+COMMANDS = ("import", "prune", "best", "info", "draw")
+
+
+class HelpTest(ToolTest):
+    def test_help_names_every_command(self):
+        text = self.succeeds("--help")
+        for command in COMMANDS:
+            self.assertRegex(text, rf"(?m)^  {command} ")
+
+    def test_every_command_has_help(self):
+        options = {"import": ("IN", "OUT"), "prune": ("IN", "OUT", "--links", "--beam"),
+                   "best": ("IN", "--nbest", "--score", "--format"), "info": ("IN",),
+                   "draw": ("IN", "OUT", "--best", "--label", "--score", "--through")}
+        for command in COMMANDS:
+            text = self.succeeds(command, "--help")
+            for option in options[command]:
+                self.assertRegex(text, rf"(?m)^ +{option}\b", command)
+
+    def test_version(self):
+        self.assertEqual("quorbel-lattice 1.2\n", self.succeeds("--version"))
+
+    def test_wrong_command_lines_are_one_line(self):
+        for arguments, reason in (
+                ((), "A command is required"),
+                (("foo",), "The following argument was not expected: foo"),
+                (("import",), "IN is required"),
+                (("import", "talk.slf"), "OUT is required"),
+                (("info", "talk.slf", "extra"), "The following argument was not expected: extra"),
+                (("best", "talk.slf", "--nbest", "0"), "--nbest: Value 0 not in range 1 to 100000"),
+                (("best", "talk.slf", "--format", "xml"), "--format: xml not in {text,ctm,htk}"),
+                (("prune", "talk.slf", "out.lat"),
+                 "Exactly 1 option from [--links,--beam] is required"),
+                (("prune", "talk.slf", "out.lat", "--links", "3", "--beam", "2"),
+                 "Exactly 1 option from [--links,--beam] is required"),
+                (("prune", "talk.slf", "out.lat", "--links", "0"), "--links: Value 0 not in range"),
+                (("prune", "talk.slf", "out.lat", "--beam", "-1"), "--beam: Value -1 not in range")):
+            with self.subTest(arguments=arguments):
+                self.assertIn(reason, self.fails(*arguments))
+        self.assertEqual(["talk.slf", "tmp"], self.files())
+
+
+class ImportTest(ToolTest):
+    def test_writes_the_dialect_and_nothing_else(self):
+        self.assertEqual("", self.succeeds("import", "talk.slf", "talk.lat"))
+        self.assertEqual(IMPORTED, self.read("talk.lat"))
+        self.assertEqual(["talk.lat", "talk.slf", "tmp"], self.files())
+        self.assertEqual([], list(self.temporary.iterdir()))
+
+    def test_reads_compressed_files(self):
+        self.write("talk.slf.gz", gzip.compress((self.folder / "talk.slf").read_bytes()))
+        self.succeeds("import", "talk.slf.gz", "talk.lat")
+        self.assertEqual(IMPORTED, self.read("talk.lat"))
+
+    def test_replaces_a_file_only_when_it_succeeds(self):
+        self.write("old.lat", "old")
+        self.write("bad.slf", "N=2\nI=0\nI=5\n")
+        self.assertEqual("bad.slf: line 3: node 5, but nodes are 0 to 1",
+                         self.fails("import", "bad.slf", "old.lat"))
+        self.assertEqual("old", self.read("old.lat"))
+        self.succeeds("import", "talk.slf", "old.lat")
+        self.assertEqual(IMPORTED, self.read("old.lat"))
+
+    def test_never_writes_over_its_input(self):
+        before = self.read("talk.slf")
+        (self.folder / "link.lat").symlink_to("talk.slf")
+        for out in ("talk.slf", "./talk.slf", "link.lat"):
+            self.assertEqual(f"{out}: this is the file to be read; write to another",
+                             self.fails("import", "talk.slf", out))
+        self.assertEqual(before, self.read("talk.slf"))
+
+    def test_says_what_it_cannot_read_or_write(self):
+        self.assertEqual("none.slf: No such file or directory",
+                         self.fails("import", "none.slf", "out.lat"))
+        self.assertEqual("none/out.lat: No such file or directory",
+                         self.fails("import", "talk.slf", "none/out.lat"))
+        self.assertEqual("/dev/full: No space left on device",
+                         self.fails("import", "talk.slf", "/dev/full"))
+
+    def test_says_when_totals_are_positive_or_times_missing(self):
+        self.write("loud.slf", "N=2 L=1\nI=0 t=0\nI=1 t=1\nJ=7 S=0 E=1 W=a a=3\n")
+        result = self.run_tool("import", "loud.slf", "loud.lat")
+        self.assertEqual(("", 0), (result.stdout, result.returncode))
+        self.assertEqual("quorbel-lattice: loud.slf: the TOTAL of 1 links is positive (the first: "
+                         "J=7), so the viewer's search may miss the best path\n", result.stderr)
+        self.write("net.slf", "N=2 L=1\nI=0\nI=1\nJ=0 S=0 E=1 W=a\n")
+        result = self.run_tool("import", "net.slf", "net.lat")
+        self.assertEqual(0, result.returncode)
+        self.assertEqual("quorbel-lattice: net.slf: no node has a time; its depth in the lattice "
+                         "stands for it\n", result.stderr)
+
+
+class PruneTest(ToolTest):
+    def test_keeps_the_likeliest_links(self):
+        self.succeeds("prune", "talk.slf", "small.lat", "--links", "4")
+        self.assertEqual(
+            "VERSION=1.1\nUTTERANCE=talk\nlmscale=2\nN=4 L=4\n"
+            "I=0 t=0\nI=1 t=0.4\nI=2 t=0.45\nI=3 t=1.25\n"
+            "J=0 S=0 E=1 W=<w in='good' v='1'/> TOTAL=-3 a=-2 l=-0.5 post=-0.126928\n"
+            "J=1 S=0 E=1 W=<w in='could' v='2'/> TOTAL=-5 a=-3 l=-1 post=-2.126928\n"
+            "J=2 S=1 E=2 W=<w in='!NULL'/> TOTAL=-0.5 a=-0.5 post=0\n"
+            "J=3 S=2 E=3 W=<w in='day'/> TOTAL=-1.25 a=-1.25 post=0\n", self.read("small.lat"))
+
+    def test_keeps_what_lies_within_the_beam(self):
+        self.succeeds("import", "talk.slf", "talk.lat")
+        for beam, kept in ((1.9, "J=0 J=2 J=3"), (2, "J=0 J=1 J=2 J=3"),
+                           (4.25, "J=0 J=1 J=2 J=4 J=3")):
+            self.succeeds("prune", "talk.lat", "small.lat", "--beam", beam)
+            ids = [line.split()[0] for line in self.read("small.lat").splitlines()
+                   if line.startswith("J=")]
+            self.assertEqual(kept, " ".join(ids), beam)
+
+    def test_says_when_the_best_path_is_longer(self):
+        result = self.run_tool("prune", "talk.slf", "small.lat", "--links", "1")
+        self.assertEqual(("", 0), (result.stdout, result.returncode))
+        self.assertEqual("quorbel-lattice: talk.slf: the best path alone has 3 links, all of which "
+                         "are kept\n", result.stderr)
+        self.assertIn("N=4 L=3\n", self.read("small.lat"))
+
+    def test_refuses_a_cyclic_network(self):
+        self.write("net.slf", CYCLIC)
+        self.assertEqual("net.slf: the network has a cycle, so its links have no posterior and it "
+                         "cannot be pruned", self.fails("prune", "net.slf", "x.lat", "--links", 2))
+        self.assertEqual(["net.slf", "talk.slf", "tmp"], self.files())
+
+
+class BestTest(ToolTest):
+    def test_prints_the_best_path(self):
+        self.assertEqual("path 1: TOTAL=-4.75: good day\n"
+                         "  0\t0.4\tgood\t-3\tJ=0\n"
+                         "  0.4\t0.45\t!NULL\t-0.5\tJ=2\n"
+                         "  0.45\t1.25\tday\t-1.25\tJ=3\n", self.succeeds("best", "talk.slf"))
+
+    def test_prints_several_paths_and_other_scores(self):
+        text = self.succeeds("best", "talk.slf", "--nbest", 9)
+        self.assertEqual(["path 1: TOTAL=-4.75: good day", "path 2: TOTAL=-6.75: could day",
+                          "path 3: TOTAL=-9: good today", "path 4: TOTAL=-11: could today"],
+                         [line for line in text.splitlines() if line.startswith("path")])
+        text = self.succeeds("best", "talk.slf", "--score", "l", "--nbest", 2)
+        self.assertEqual(["path 1: l=-0.5: good day", "path 2: l=-1: could day"],
+                         [line for line in text.splitlines() if line.startswith("path")])
+        self.assertEqual('talk.slf: no link has the score "q"; there are: TOTAL, post, a, l',
+                         self.fails("best", "talk.slf", "--score", "q"))
+
+    def test_prints_ctm_and_htk_labels(self):
+        self.assertEqual("talk 1 0.000 0.400 good 0.8808\ntalk 1 0.450 0.800 day 0.9859\n",
+                         self.succeeds("best", "talk.slf", "--format", "ctm"))
+        self.assertEqual("0 4000000 good -3\n4500000 12500000 day -1.25\n///\n"
+                         "0 4000000 could -5\n4500000 12500000 day -1.25\n",
+                         self.succeeds("best", "talk.slf", "--format", "htk", "--nbest", 2))
+        self.assertEqual("best: CTM has no place for several paths; leave --nbest out or take "
+                         "another format",
+                         self.fails("best", "talk.slf", "--format", "ctm", "--nbest", 2))
+
+    def test_names_the_utterance_after_the_file_without_another_name(self):
+        self.write("monday.slf", "N=2 L=1\nI=0 t=0\nI=1 t=1\nJ=0 S=0 E=1 W=a\n")
+        self.assertEqual("monday 1 0.000 1.000 a 1.0000\n",
+                         self.succeeds("best", "monday.slf", "--format", "ctm"))
+
+    def test_says_when_there_is_no_path(self):
+        self.write("broken.slf", "start=0 end=2\nN=3 L=1\nI=0 t=0\nI=1 t=1\nI=2 t=2\n"
+                                 "J=0 S=0 E=1 W=a\n")
+        self.assertEqual("broken.slf: no path leads from the start to the end",
+                         self.fails("best", "broken.slf"))
+
+    def test_says_when_its_output_cannot_be_written(self):
+        with open("/dev/full", "w") as full:
+            result = self.run_tool("best", "talk.slf", stdout=full)
+        self.assertEqual(1, result.returncode)
+        self.assertEqual("quorbel-lattice: standard output: No space left on device\n",
+                         result.stderr)
+
+
+class InfoTest(ToolTest):
+    def test_prints_a_summary(self):
+        self.assertEqual("utterance:        talk\n"
+                         "words:            plain, to be imported for the viewer\n"
+                         "nodes:            4\n"
+                         "links:            5\n"
+                         "duration:         1.25 s\n"
+                         "links per second: 4\n"
+                         "start node:       0 (0 in the file)\n"
+                         "end node:         3 (3 in the file)\n"
+                         "cyclic:           no\n"
+                         "score TOTAL:      -6 to -0.5 on 5 links\n"
+                         "score post:       -4.26416 to -0.0141635 on 5 links\n"
+                         "score a:          -4 to -0.5 on 5 links\n"
+                         "score l:          -1 to -0.5 on 3 links\n"
+                         "best path:        TOTAL=-4.75: good day\n", self.succeeds("info", "talk.slf"))
+
+    def test_reads_a_pipe(self):
+        result = subprocess.run(f'cat talk.slf | "$QUORBEL_LATTICE" info /dev/stdin', shell=True,
+                                cwd=self.folder, env=self.environment, text=True,
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        self.assertEqual(0, result.returncode, result.stderr)
+        self.assertIn("links:            5\n", result.stdout)
+
+
+class ExamplesTest(ToolTest):
+    """What is in the viewer's dialect already is as good as what is not."""
+
+    def examples(self):
+        examples = sorted([*EXAMPLES.glob("*.lat"), *EXAMPLES.glob("*.htk")])
+        self.assertGreaterEqual(len(examples), 5)
+        return examples
+
+    def test_have_a_best_path_and_a_summary(self):
+        for example in self.examples():
+            with self.subTest(example=example.name):
+                words = self.succeeds("best", example).splitlines()[0].split(": ")[2]
+                self.assertIn(words, self.succeeds("info", example))
+        self.assertEqual("path 1: TOTAL=-9690.25: it's hard to recognise speech",
+                         self.succeeds("best", EXAMPLES / "speech.lat").splitlines()[0])
+
+    def test_keep_their_words_when_pruned(self):
+        for example in self.examples():
+            with self.subTest(example=example.name):
+                self.succeeds("prune", example, "small.lat", "--links", 40)
+                source = {line.split()[0]: line for line in example.read_text("utf-8").splitlines()}
+                kept = [line for line in self.read("small.lat").splitlines() if line[:2] == "J="]
+                self.assertLessEqual(len(kept), 40)
+                for line in kept:
+                    word = line[line.index("W=") + 2:line.index(" TOTAL=")]
+                    self.assertIn(f" W={word} ", source[line.split()[0]])
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,141 @@
+"""draw: the viewer's drawing in a file, and what becomes of its work files."""
+
+import os
+import re
+import signal
+import subprocess
+import time
+import unittest
+
+from tool import EXAMPLES, PROGRAM, ToolTest
+
+
+class DrawingTest(ToolTest):
+    def tearDown(self):
+        self.assertEqual([], list(self.temporary.iterdir()), "work files are left")
+
+    def draw(self, *options, source="talk.slf"):
+        """The drawing as SVG: its text and the colours of links by their labels."""
+        self.succeeds("draw", source, "out.svg", *options)
+        return self.read("out.svg")
+
+    def labels(self, svg):
+        """The labels of links with the colour of each, "" for black."""
+        return {text: colour for colour, text in re.findall(
+            r'<g id="edge\d+".*?<text [^>]*?(?:fill="(\w+)")?>([^<]*)</text>', svg, re.DOTALL)}
+
+    def texts(self, svg):
+        return sorted(re.findall(r'<g id="edge\d+".*?<text [^>]*>([^<]*)</text>', svg, re.DOTALL))
+
+    def test_comes_in_every_format(self):
+        for name, begin in (("out.png", b"\x89PNG"), ("out.svg", b"<?xml"), ("out.pdf", b"%PDF"),
+                            ("out.ps", b"%!PS"), ("out.dia", b"<?xml")):
+            self.succeeds("draw", "talk.slf", name)
+            self.assertTrue((self.folder / name).read_bytes().startswith(begin), name)
+        self.assertIn("<dia:diagram", self.read("out.dia"))
+        self.assertIn("today", self.read("out.dia"))
+        self.assertEqual(["out.dia", "out.pdf", "out.png", "out.ps", "out.svg", "talk.slf", "tmp"],
+                         self.files())
+
+    def test_labels_links_with_their_words(self):
+        self.assertEqual(["!NULL", "could", "day", "good", "today"], self.texts(self.draw()))
+
+    def test_labels_links_with_a_field_or_the_cost(self):
+        self.assertEqual(["!NULL", "1", "2", "day", "today"], self.texts(self.draw("--label", "v")))
+        self.assertEqual(["0.5", "1.25", "3", "5", "6"], self.texts(self.draw("--label", "score")))
+        self.assertEqual(["0.5", "1.25", "2", "3", "4"],
+                         self.texts(self.draw("--label", "score", "--score", "a")))
+        self.assertEqual('no word has the attribute "pos"; labels can be: in, score, v',
+                         self.fails("draw", "talk.slf", "x.svg", "--label", "pos"))
+        self.assertEqual('no link has the score "q"; there are: TOTAL, a, l, post',
+                         self.fails("draw", "talk.slf", "x.svg", "--score", "q"))
+
+    def test_marks_the_best_path(self):
+        self.assertNotIn("blue", self.draw())
+        self.assertEqual({"good": "blue", "could": "", "!NULL": "blue", "today": "", "day": "blue"},
+                         self.labels(self.draw("--best")))
+
+    def test_marks_the_best_path_through_a_link(self):
+        self.assertEqual({"good": "cyan", "could": "", "!NULL": "", "today": "red", "day": ""},
+                         self.labels(self.draw("--through", 4)))
+        self.assertEqual("there is no link 5",
+                         self.fails("draw", "talk.slf", "x.svg", "--through", 5))
+
+    def test_draws_words_that_end_labels(self):
+        self.write("odd.slf", "N=2 L=3\nI=0 t=0\nI=1 t=1\nJ=0 S=0 E=1 W='\\\"' a=-1\n"
+                              "J=1 S=0 E=1 W=a\\\\ a=-2\nJ=2 S=0 E=1 W=\\012 a=-3\n")
+        self.assertEqual(["a\u2216", "\u201d", "\u240a"], self.texts(self.draw(source="odd.slf")))
+        self.assertEqual(["%0A", "%22", "a%5C"],
+                         self.texts(self.draw("--label", "exact", source="odd.slf")))
+
+    def test_draws_every_example(self):
+        for example in sorted([*EXAMPLES.glob("*.lat"), *EXAMPLES.glob("*.htk")]):
+            with self.subTest(example=example.name):
+                links = re.findall(r"(?m)^J=", example.read_text("utf-8"))
+                self.assertEqual(len(links), len(self.texts(self.draw("--best", source=example))))
+
+    def test_writes_a_drawing_where_it_is_told(self):
+        (self.folder / "a folder; with 'odd' name").mkdir()
+        self.succeeds("draw", "talk.slf", "a folder; with 'odd' name/$(out).svg")
+        self.assertIn("today", self.read("a folder; with 'odd' name/$(out).svg"))
+        self.assertEqual("none/out.png: No such file or directory",
+                         self.fails("draw", "talk.slf", "none/out.png"))
+        for name in ("out.gif", "out", "out.PNG", ".png"):
+            self.assertEqual(f"{name}: the name must end in .png, .svg, .pdf, .ps or .dia, the "
+                             "format", self.fails("draw", "talk.slf", name))
+
+    def test_says_when_dot_is_missing(self):
+        self.environment["PATH"] = str(self.folder)
+        self.assertEqual('the program "dot" was not found; it belongs to Graphviz, install the '
+                         'package "graphviz"', self.fails("draw", "talk.slf", "out.png"))
+        self.assertEqual(["talk.slf", "tmp"], self.files())
+
+    def test_says_when_dot_fails(self):
+        self.write("out.png", "old")
+        self.stand_in("#!/bin/sh\necho >&2\necho 'Error: no memory' >&2\necho more >&2\n"
+                      "echo x >\"$3\"\nexit 3\n")
+        self.assertEqual("dot failed with status 3: Error: no memory",
+                         self.fails("draw", "talk.slf", "out.png"))
+        self.stand_in("#!/bin/sh\nkill -9 $$\n")
+        self.assertEqual("dot was ended by a signal (Killed)",
+                         self.fails("draw", "talk.slf", "out.png"))
+        self.stand_in("#!/bin/sh\nexit 0\n")
+        self.assertEqual("dot made no drawing", self.fails("draw", "talk.slf", "out.png"))
+        self.assertEqual("dot made no drawing", self.fails("draw", "talk.slf", "out.dia"))
+        self.assertEqual("old", self.read("out.png"))
+        self.assertFalse((self.folder / "out.dia").exists())
+
+    def test_passes_on_what_dot_says(self):
+        self.stand_in("#!/bin/sh\necho 'dot: scaled to fit' >&2\nPATH=" + os.environ["PATH"] +
+                      " exec dot \"$@\"\n")
+        result = self.run_tool("draw", "talk.slf", "out.svg")
+        self.assertEqual(("dot: scaled to fit\n", 0), (result.stderr, result.returncode))
+
+    def test_says_what_it_does_when_it_takes_long(self):
+        self.stand_in("#!/bin/sh\nsleep 1.5\nPATH=" + os.environ["PATH"] + " exec dot \"$@\"\n")
+        result = self.run_tool("draw", "talk.slf", "out.svg")
+        self.assertEqual(("quorbel-lattice: drawing 5 links (1 s)\n", 0),
+                         (result.stderr, result.returncode))
+
+    def test_ends_dot_and_cleans_up_when_it_is_told_to_end(self):
+        for number in (signal.SIGTERM, signal.SIGINT):
+            self.stand_in(f"#!/bin/sh\necho $$ >{self.folder}/started.new\n"
+                          f"mv {self.folder}/started.new {self.folder}/started\nexec sleep 60\n")
+            process = subprocess.Popen([PROGRAM, "draw", "talk.slf", "out.png"], cwd=self.folder,
+                                       env=self.environment, stderr=subprocess.PIPE, text=True)
+            started = self.folder / "started"
+            deadline = time.monotonic() + 20
+            while not started.exists() and time.monotonic() < deadline:
+                time.sleep(0.01)
+            dot = int(started.read_text())
+            started.unlink()
+            process.send_signal(number)
+            self.assertIn("dot was ended by a signal (Terminated)", process.communicate(timeout=20)[1])
+            self.assertEqual(1, process.returncode)
+            with self.assertRaises(ProcessLookupError):
+                os.kill(dot, 0)
+            self.assertFalse((self.folder / "out.png").exists())
+
+
+if __name__ == "__main__":
+    unittest.main()
