@@ -37,4 +37,13 @@ void RatioReporter::printRatio(const std::string& what, const std::vector<std::s
     std::printf("%-64s not measured\n", what.c_str());
 }
 
+void RatioReporter::printSeconds(const std::string& what, const std::vector<std::string>& times,
+                                 double shouldStayUnder) const {
+  double time = 0.0;
+  if (sum(times, time))
+    std::printf("%-64s %8.3f  (should stay under %g)\n", what.c_str(), time, shouldStayUnder);
+  else
+    std::printf("%-64s not measured\n", what.c_str());
+}
+
 }  // namespace quorbel

@@ -18,6 +18,10 @@ class RatioReporter : public benchmark::ConsoleReporter {
   void printRatio(const std::string& what, const std::vector<std::string>& times,
                   const std::vector<std::string>& ofTimes, double shouldStayUnder) const;
 
+  /// The same for the sum of times itself, in seconds.
+  void printSeconds(const std::string& what, const std::vector<std::string>& times,
+                    double shouldStayUnder) const;
+
  private:
   bool sum(const std::vector<std::string>& names, double& seconds) const;
 
