@@ -37,6 +37,14 @@ std::optional<int> wholeInteger(std::string_view text) {
   return number;
 }
 
+std::optional<double> numberOfField(std::string_view value) {
+  return wholeNumber(value.substr(0, value.find('#')));
+}
+
+std::optional<int> integerOfField(std::string_view value) {
+  return wholeInteger(value.substr(0, value.find('#')));
+}
+
 void appendNumber(std::string& text, double number) {
   if (number == 0.0) number = 0.0;  // no "-0"
   std::array<char, kLongestNumber> digits;

@@ -20,6 +20,10 @@ std::optional<double> wholeNumber(std::string_view text);
 /// The integer that `text` is as a whole; none for anything else or one beyond the type's range.
 std::optional<int> wholeInteger(std::string_view text);
 
+/// The same for the value of a field, up to a comment that follows it without a blank ("-2#loud").
+std::optional<double> numberOfField(std::string_view value);
+std::optional<int> integerOfField(std::string_view value);
+
 /// Appends the shortest text that reads back as the same number: "-90.27", "0", "1e-07".
 void appendNumber(std::string& text, double number);
 

@@ -104,8 +104,7 @@ std::string chooseScore(const WordLattice& lattice, const std::string& name) {
   currentScoreName = name.empty() ? kTotalName : name;
   const std::vector<std::string> names = scoreNamesOf(lattice);
   if (std::find(names.begin(), names.end(), currentScoreName) != names.end()) return "";
-  return "no link has the score \"" + name +
-         "\"; there are: " + listed(std::set<std::string>(names.begin(), names.end()));
+  return noSuchScore(lattice, name);
 }
 
 /// Brings the lattice into the viewer's own graph, by way of the file that the viewer would open.

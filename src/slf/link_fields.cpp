@@ -16,11 +16,6 @@ bool isMinusInfinity(std::string_view text) {
   return text == "-inf" || text == "-Inf" || text == "-INF" || text == "-infinity";
 }
 
-std::optional<double> numberOf(std::string_view value) {
-  const std::optional<double> number = wholeNumber(value);
-  return number ? number : wholeNumber(value.substr(0, value.find('#')));
-}
-
 std::string decoded(const SlfField& field) { return inUtf8(withoutEscapes(field.value)); }
 
 void setScore(std::vector<NamedScore>& scores, int name, double value, bool isAdded) {
@@ -83,7 +78,7 @@ std::string LinkFields::addFields(WordLink& link, const SlfRecord& record, bool 
         if (!isNode || !hasWord) setWord(link.word, field);
         break;
       case FieldMeaning::Kind::Variant: {
-        const std::optional<double> variant = numberOf(field.value);
+        const std::optional<double> variant = numberOfField(field.value);
         addAttribute(link.word.attributes, meaning.attributeName,
                      variant ? exactNumber(*variant) : decoded(field));
         break;
@@ -116,7 +111,7 @@ std::string LinkFields::addScore(WordLink& link, const SlfField& field, FieldMea
   double value = 0.0;
   if (meaning.kind == FieldMeaning::Kind::LogScore) {
     if (std::string error = logScore(field, value); !error.empty()) return error;
-  } else if (const std::optional<double> number = numberOf(field.value)) {
+  } else if (const std::optional<double> number = numberOfField(field.value)) {
     value = *number;
   } else {
     addAttribute(link.word.attributes, meaning.attributeName, decoded(field));
@@ -136,7 +131,7 @@ std::string LinkFields::logScore(const SlfField& field, double& value) const {
     value = kLogOfZero;
     return "";
   }
-  const std::optional<double> number = numberOf(field.value);
+  const std::optional<double> number = numberOfField(field.value);
   if (!number) return isNo("number");
   if (isProbability && *number < 0.0) return isNo("probability (base=0)");
   if (isProbability)

@@ -74,7 +74,7 @@ std::string Normalising::makeNodes() {
     for (std::size_t i = 0; i < node.fieldCount; ++i) {
       const SlfField& field = m_File.fields[node.firstField + i];
       if (!isTimeKey(field.key)) continue;
-      const std::optional<double> time = wholeNumber(field.value.substr(0, field.value.find('#')));
+      const std::optional<double> time = numberOfField(field.value);
       if (!time)
         return "line " + std::to_string(node.line) + ": " + std::string(field.key) + "=" +
                std::string(field.value) + " is no time";

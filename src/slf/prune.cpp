@@ -3,6 +3,7 @@
 #include <fst/connect.h>
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 #include "slf/best_paths.h"
@@ -18,8 +19,8 @@ std::size_t sizeOf(const Choice& choice) {
   return static_cast<std::size_t>(std::count(choice.begin(), choice.end(), true));
 }
 
-/// Finds the best path; refuses what cannot be pruned.
-std::string chooseBestPath(const WordLattice& lattice, Choice& choice) {
+/// Finds the best path and its total; refuses what cannot be pruned.
+std::string chooseBestPath(const WordLattice& lattice, Choice& choice, double& total) {
   if (lattice.isCyclic)
     return "the network has a cycle, so its links have no posterior and it cannot be pruned";
   std::vector<LatticePath> paths;
@@ -27,6 +28,7 @@ std::string chooseBestPath(const WordLattice& lattice, Choice& choice) {
   if (!error.empty()) return error;
   choice.assign(lattice.links.size(), false);
   for (const std::size_t link : paths[0].links) choice[link] = true;
+  total = paths[0].score;
   return "";
 }
 
@@ -86,7 +88,8 @@ void keep(WordLattice& lattice, const Choice& choice) {
 
 std::string pruneToLinks(WordLattice& lattice, std::size_t count) {
   Choice best;
-  if (std::string error = chooseBestPath(lattice, best); !error.empty()) return error;
+  double ignored = 0.0;
+  if (std::string error = chooseBestPath(lattice, best, ignored); !error.empty()) return error;
   const std::vector<std::size_t> order = likeliestFirst(lattice);
   const auto withLikeliest = [&](std::size_t number) {
     Choice choice = best;
@@ -113,11 +116,11 @@ std::string pruneToLinks(WordLattice& lattice, std::size_t count) {
 
 std::string pruneToBeam(WordLattice& lattice, double beam) {
   Choice choice;
-  if (std::string error = chooseBestPath(lattice, choice); !error.empty()) return error;
+  double best = 0.0;
+  if (std::string error = chooseBestPath(lattice, choice, best); !error.empty()) return error;
   const std::vector<double> scores = bestScoresThrough(lattice);
-  const double best = *std::max_element(scores.begin(), scores.end());
   // Sums of the same numbers in another order differ in their last digits.
-  const double tolerance = 1e-9 * std::max(1.0, -best);
+  const double tolerance = 1e-9 * std::max(1.0, std::fabs(best));
   for (std::size_t i = 0; i < scores.size(); ++i)
     if (scores[i] >= best - beam - tolerance) choice[i] = true;
   keep(lattice, connected(lattice, choice));

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cctype>
-#include <limits>
-#include <unordered_map>
 #include <utility>
 
 #include "slf/decimal.h"
+#include "slf/slf_checks.h"
 #include "slf/slf_line.h"
 #include "slf/word_text.h"
 
@@ -17,9 +16,6 @@ bool isNodeCountKey(std::string_view key) { return key == "N" || key == "NODES" 
 bool isLinkCountKey(std::string_view key) { return key == "L" || key == "LINKS" || key == "links"; }
 bool isLinkStartKey(std::string_view key) { return key == "S" || key == "START" || key == "start"; }
 bool isLinkEndKey(std::string_view key) { return key == "E" || key == "END" || key == "end"; }
-
-/// What a number field says up to a comment that follows it without a blank.
-std::string_view withoutComment(std::string_view value) { return value.substr(0, value.find('#')); }
 
 std::string inLowerCase(std::string_view key) {
   std::string lower(key);
@@ -52,15 +48,6 @@ class SlfReading {
   std::string takeCount(const SlfToken& token, std::optional<int>& count) const;
   void addField(SlfToken& token);
   std::string endRecord();
-  std::string finish();
-  std::string checkNodes();
-  std::string checkLinks();
-  std::string checkNode(int node, int line, const std::string& what) const;
-
-  std::string atLine(int line, const std::string& text) const {
-    return "line " + std::to_string(line) + ": " + text;
-  }
-  std::string nodeRange() const { return "0 to " + std::to_string(*m_File.header.nodeCount - 1); }
 
   SlfFile& m_File;
   int m_Line = 0;
@@ -82,9 +69,10 @@ std::string SlfReading::read() {
     rest.remove_prefix(std::min(end + 1, rest.size()));
     if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
     ++m_Line;
-    if (std::string error = readLine(line); !error.empty()) return atLine(m_Line, error);
+    if (std::string error = readLine(line); !error.empty())
+      return "line " + std::to_string(m_Line) + ": " + error;
   }
-  return finish();
+  return bringTogether(m_File, m_Nodes, m_Line);
 }
 
 std::string SlfReading::readLine(std::string_view text) {
@@ -147,7 +135,10 @@ std::string SlfReading::take(SlfToken& token) {
 std::string SlfReading::takeHeader(const SlfToken& token) {
   SlfHeader& header = m_File.header;
   m_Text = nullptr;
-  if (isNodeCountKey(token.key)) return takeCount(token, header.nodeCount);
+  if (isNodeCountKey(token.key)) {
+    header.nodeCountLine = m_Line;
+    return takeCount(token, header.nodeCount);
+  }
   if (isLinkCountKey(token.key)) {
     header.linkCountLine = m_Line;
     return takeCount(token, header.linkCount);
@@ -186,7 +177,7 @@ std::string SlfReading::takeHeader(const SlfToken& token) {
                : "dir=" + shown(token.value) + " is neither f nor b";
   }
   if (key == "v" || key == "version") {
-    const std::optional<double> version = wholeNumber(withoutComment(token.value));
+    const std::optional<double> version = numberOfField(token.value);
     return version == 1.0 || version == 1.1
                ? ""
                : "version " + shown(token.value) + " of the format is not known, only 1.0 and 1.1";
@@ -203,7 +194,7 @@ std::string SlfReading::takeHeader(const SlfToken& token) {
 }
 
 std::string SlfReading::takeInteger(const SlfToken& token, int& number) const {
-  const std::optional<int> value = wholeInteger(withoutComment(token.value));
+  const std::optional<int> value = integerOfField(token.value);
   if (!value || *value < 0)
     return std::string(token.key) + "=" + shown(token.value) + " is no number from 0 on";
   number = *value;
@@ -211,7 +202,7 @@ std::string SlfReading::takeInteger(const SlfToken& token, int& number) const {
 }
 
 std::string SlfReading::takeNumber(const SlfToken& token, double& number) const {
-  const std::optional<double> value = wholeNumber(withoutComment(token.value));
+  const std::optional<double> value = numberOfField(token.value);
   if (!value) return std::string(token.key) + "=" + shown(token.value) + " is no number";
   number = *value;
   return "";
@@ -246,71 +237,6 @@ std::string SlfReading::endRecord() {
   if (!m_HasEnd) return link + " has no end node (E=)";
   m_File.links.push_back(m_Record);
   return "";
-}
-
-std::string SlfReading::finish() {
-  if (!m_File.header.nodeCount)
-    return atLine(std::max(m_Line, 1), "the file ends without the number of nodes (N= or NODES=)");
-  if (*m_File.header.nodeCount == 0) return "line 1: a lattice without nodes (N=0)";
-  if (std::string error = checkNodes(); !error.empty()) return error;
-  if (std::string error = checkLinks(); !error.empty()) return error;
-  const SlfHeader& header = m_File.header;
-  if (header.start)
-    if (std::string error = checkNode(*header.start, header.startLine, "start="); !error.empty())
-      return error;
-  return header.end ? checkNode(*header.end, header.endLine, "end=") : "";
-}
-
-std::string SlfReading::checkNodes() {
-  const int count = *m_File.header.nodeCount;
-  for (const SlfRecord& node : m_Nodes)
-    if (node.id >= count)
-      return atLine(node.line,
-                    "node " + std::to_string(node.id) + ", but nodes are " + nodeRange());
-  // Before memory is taken for them: so many lines there must be.
-  const bool mayBeComplete = m_Nodes.size() >= static_cast<std::size_t>(count);
-  m_File.nodes.assign(mayBeComplete ? static_cast<std::size_t>(count) : m_Nodes.size() + 1,
-                      SlfRecord());
-  for (const SlfRecord& node : m_Nodes) {
-    const std::size_t index = static_cast<std::size_t>(node.id);
-    if (index >= m_File.nodes.size()) continue;
-    SlfRecord& known = m_File.nodes[index];
-    if (known.line != 0)
-      return atLine(node.line, "node " + std::to_string(node.id) + " was given before, on line " +
-                                   std::to_string(known.line));
-    known = node;
-  }
-  for (std::size_t index = 0; index < m_File.nodes.size(); ++index)
-    if (m_File.nodes[index].line == 0)
-      return atLine(m_Line, "the file ends without node " + std::to_string(index) + " (nodes are " +
-                                nodeRange() + ")");
-  return "";
-}
-
-std::string SlfReading::checkLinks() {
-  std::unordered_map<int, int> lineOf;
-  lineOf.reserve(m_File.links.size());
-  for (const SlfRecord& link : m_File.links) {
-    const std::string name = "link " + std::to_string(link.id);
-    const auto [known, isNew] = lineOf.emplace(link.id, link.line);
-    if (!isNew)
-      return atLine(link.line,
-                    name + " was given before, on line " + std::to_string(known->second));
-    if (std::string error = checkNode(link.start, link.line, name + " leaves"); !error.empty())
-      return error;
-    if (std::string error = checkNode(link.end, link.line, name + " enters"); !error.empty())
-      return error;
-  }
-  const std::optional<int>& count = m_File.header.linkCount;
-  if (!count || static_cast<std::size_t>(*count) == m_File.links.size()) return "";
-  return atLine(m_File.header.linkCountLine, "the number of links is given as " +
-                                                 std::to_string(*count) + ", but the file has " +
-                                                 std::to_string(m_File.links.size()));
-}
-
-std::string SlfReading::checkNode(int node, int line, const std::string& what) const {
-  if (node < *m_File.header.nodeCount) return "";
-  return atLine(line, what + " node " + std::to_string(node) + ", but nodes are " + nodeRange());
 }
 
 }  // namespace

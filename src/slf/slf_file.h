@@ -25,6 +25,7 @@ struct SlfHeader {
   std::string utterance;  ///< UTF-8, "" when not given
   std::optional<int> nodeCount;
   std::optional<int> linkCount;
+  int nodeCountLine = 0;
   int linkCountLine = 0;
   std::optional<int> start;  ///< node index, checked
   std::optional<int> end;    ///< node index, checked

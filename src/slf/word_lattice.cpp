@@ -42,6 +42,13 @@ std::optional<std::vector<double>> scoresNamed(const WordLattice& lattice,
   return values;
 }
 
+std::string noSuchScore(const WordLattice& lattice, const std::string& name) {
+  std::string names;
+  for (const std::string& known : scoreNamesOf(lattice))
+    names += (names.empty() ? "" : ", ") + known;
+  return "no link has the score \"" + name + "\"; there are: " + names;
+}
+
 std::optional<int> firstPositiveTotal(const WordLattice& lattice) {
   std::optional<int> first;
   for (const WordLink& link : lattice.links)

@@ -60,6 +60,9 @@ std::vector<std::string> scoreNamesOf(const WordLattice& lattice);
 /// The score of that name for each link; a link without it counts as 0. None when no link has it.
 std::optional<std::vector<double>> scoresNamed(const WordLattice& lattice, const std::string& name);
 
+/// What to tell a user who asked for a score that no link has.
+std::string noSuchScore(const WordLattice& lattice, const std::string& name);
+
 /// The id of the first link in the file's numbering whose total is positive, which the viewer's
 /// search does not expect; none when no total is.
 std::optional<int> firstPositiveTotal(const WordLattice& lattice);

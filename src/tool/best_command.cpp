@@ -25,13 +25,6 @@ std::string utteranceOf(const WordLattice& lattice, const std::string& path) {
   return std::filesystem::path(path).stem().string();
 }
 
-std::string noScore(const WordLattice& lattice, const std::string& name) {
-  std::string names;
-  for (const std::string& known : scoreNamesOf(lattice))
-    names += (names.empty() ? "" : ", ") + known;
-  return "no link has the score \"" + name + "\"; there are: " + names;
-}
-
 CommandResult run(const Arguments& arguments, Progress& progress) {
   if (arguments.format == "ctm" && arguments.count > 1)
     return "best: CTM has no place for several paths; leave --nbest out or take another format";
@@ -40,7 +33,7 @@ CommandResult run(const Arguments& arguments, Progress& progress) {
   if (std::string error = readWordLattice(arguments.in, lattice); !error.empty()) return error;
   progress.begin("searching");
   const auto scores = scoresNamed(lattice, arguments.scoreName);
-  if (!scores) return arguments.in + ": " + noScore(lattice, arguments.scoreName);
+  if (!scores) return arguments.in + ": " + noSuchScore(lattice, arguments.scoreName);
   std::vector<LatticePath> paths;
   if (std::string error = findBestPaths(lattice, *scores, arguments.count, paths); !error.empty())
     return arguments.in + ": " + error;

@@ -26,6 +26,14 @@ TEST(Decimal, TakesWholeIntegersOnly) {
     EXPECT_EQ(wholeInteger(text), std::nullopt) << text;
 }
 
+TEST(Decimal, EndsAFieldAtAComment) {
+  EXPECT_EQ(numberOfField("-2#loud"), -2.0);
+  EXPECT_EQ(numberOfField("-2"), -2.0);
+  EXPECT_EQ(numberOfField("#2"), std::nullopt);
+  EXPECT_EQ(integerOfField("7#seven"), 7);
+  EXPECT_EQ(integerOfField("7.5#x"), std::nullopt);
+}
+
 TEST(Decimal, WritesTheShortestTextThatReadsBack) {
   for (const auto& [number, text] : {std::pair<double, const char*>{-90.27, "-90.27"},
                                      {0.0, "0"},

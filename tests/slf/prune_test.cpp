@@ -165,6 +165,14 @@ TEST(Prune, GivesTheDialectBackWithItsWordsUntouched) {
   EXPECT_EQ(idsOf(lattice), (std::set<int>{7, 8}));
 }
 
+TEST(Prune, LeavesASingleNodeAsItIs) {
+  WordLattice lattice;
+  readText("N=1 L=0\nI=0 t=1\n", lattice);
+  EXPECT_EQ(pruneToBeam(lattice, 1.0), "");
+  EXPECT_EQ(pruneToLinks(lattice, 1), "");
+  EXPECT_EQ(lattice.nodes.size(), 1U);
+}
+
 TEST(Prune, RefusesCyclesAndLatticesWithoutPath) {
   WordLattice cyclic;
   readText("start=0 end=1\nN=2 L=2\nI=0\nI=1\nJ=0 S=0 E=1 W=a\nJ=1 S=0 E=0 W=b\n", cyclic);

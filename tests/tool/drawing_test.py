@@ -47,7 +47,7 @@ class DrawingTest(ToolTest):
                          self.texts(self.draw("--label", "score", "--score", "a")))
         self.assertEqual('no word has the attribute "pos"; labels can be: in, score, v',
                          self.fails("draw", "talk.slf", "x.svg", "--label", "pos"))
-        self.assertEqual('no link has the score "q"; there are: TOTAL, a, l, post',
+        self.assertEqual('no link has the score "q"; there are: TOTAL, post, a, l',
                          self.fails("draw", "talk.slf", "x.svg", "--score", "q"))
 
     def test_marks_the_best_path(self):
