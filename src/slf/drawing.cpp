@@ -32,9 +32,13 @@ const std::string kScoreLabel = "score";
 class WorkFolder {
  public:
   WorkFolder() {
-    std::error_code error;
-    std::string pattern = (fs::temp_directory_path(error) / "quorbel-lattice-XXXXXX").string();
-    if (!error && mkdtemp(pattern.data())) m_Path = pattern;
+    const char* given = std::getenv("TMPDIR");
+    const fs::path parent = given && *given ? given : "/tmp";
+    std::string pattern = (parent / "quorbel-lattice-XXXXXX").string();
+    if (mkdtemp(pattern.data()))
+      m_Path = pattern;
+    else
+      m_Error = "no folder for work files in " + parent.string() + ": " + std::strerror(errno);
   }
   ~WorkFolder() {
     std::error_code ignored;
@@ -43,11 +47,13 @@ class WorkFolder {
   WorkFolder(const WorkFolder&) = delete;
   WorkFolder& operator=(const WorkFolder&) = delete;
 
-  bool exists() const { return !m_Path.empty(); }
+  /// Why there is no folder; "" when there is.
+  const std::string& error() const { return m_Error; }
   std::string file(const std::string& name) const { return (m_Path / name).string(); }
 
  private:
   fs::path m_Path;
+  std::string m_Error;
 };
 
 std::string listed(const std::set<std::string>& names) {
@@ -146,7 +152,7 @@ std::string drawLattice(const WordLattice& lattice, const DrawingOptions& option
   if (format.empty())
     return path + ": the name must end in .png, .svg, .pdf, .ps or .dia, which says the format";
   const WorkFolder folder;
-  if (!folder.exists()) return std::string("no temporary folder: ") + std::strerror(errno);
+  if (!folder.error().empty()) return folder.error();
 
   Graph graph;
   std::string error = viewerGraph(lattice, folder, graph);

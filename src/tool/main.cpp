@@ -45,7 +45,7 @@ int run(int argc, char** argv) {
       "of it.",
       "quorbel-lattice");
   app.require_subcommand(0, 1);
-  app.set_version_flag("--version", "quorbel-lattice 1.2");
+  app.set_version_flag("--version", "quorbel-lattice " QUORBEL_VERSION);
   std::vector<std::pair<std::string, Command>> commands;
   for (const auto& [name, add] :
        {std::pair<const char*, Command (*)(CLI::App&)>{"import", addImport},

@@ -31,6 +31,14 @@ void compareOnRandomLattices(unsigned seed, const RandomOptions& options) {
 
 TEST(ViewerAgreement, HoldsOnAcyclicLattices) { compareOnRandomLattices(8301, RandomOptions()); }
 
+TEST(ViewerAgreement, HoldsInCyclicNetworks) {
+  RandomOptions options;
+  options.isCyclic = true;
+  compareOnRandomLattices(8303, options);
+  options.hasTies = true;
+  compareOnRandomLattices(8304, options);
+}
+
 TEST(ViewerAgreement, HoldsWhereManyPathsAreEquallyGood) {
   RandomOptions options;
   options.hasTies = true;

@@ -84,6 +84,11 @@ class DrawingTest(ToolTest):
             self.assertEqual(f"{name}: the name must end in .png, .svg, .pdf, .ps or .dia, the "
                              "format", self.fails("draw", "talk.slf", name))
 
+    def test_says_when_there_is_no_place_for_work_files(self):
+        self.environment["TMPDIR"] = "/none"
+        self.assertEqual("no folder for work files in /none: No such file or directory",
+                         self.fails("draw", "talk.slf", "out.png"))
+
     def test_says_when_dot_is_missing(self):
         self.environment["PATH"] = str(self.folder)
         self.assertEqual('the program "dot" was not found; it belongs to Graphviz, install the '
