@@ -33,7 +33,7 @@ class Normalising {
   std::string makeNodes();
   std::string makeLinks();
   std::vector<int> endPoints(const std::optional<int>& given, const std::vector<char>& hasLinks,
-                             int otherwise) const;
+                             const std::vector<char>& hasOtherLinks, int otherwise) const;
   std::string join();
   std::string joinStart(const std::vector<int>& starts);
   void joinEnd(const std::vector<int>& ends);
@@ -101,8 +101,8 @@ std::string Normalising::makeLinks() {
     m_NextId = std::max(m_NextId, record.id);
   }
   if (!m_Lattice.links.empty()) {
-    constexpr int kRoom = 1000000;  // more than a lattice has ends to join
-    if (m_NextId > std::numeric_limits<int>::max() - kRoom)
+    const int mostJoined = 2 * static_cast<int>(m_File.nodes.size());
+    if (m_NextId > std::numeric_limits<int>::max() - mostJoined)
       return "line 1: link ids go up to " + std::to_string(m_NextId) + ", which is too high";
     ++m_NextId;
   }
@@ -110,14 +110,15 @@ std::string Normalising::makeLinks() {
 }
 
 /// The nodes where paths begin (or end): the one that is given, else those with links on the other
-/// side only (`hasLinks` tells of this side), else `otherwise`, which in the viewer's dialect comes
-/// first.
+/// side only (`hasLinks` tells of this side, `hasOtherLinks` of the other), else `otherwise`. In
+/// the viewer's dialect it is `otherwise` at once.
 std::vector<int> Normalising::endPoints(const std::optional<int>& given,
-                                        const std::vector<char>& hasLinks, int otherwise) const {
+                                        const std::vector<char>& hasLinks,
+                                        const std::vector<char>& hasOtherLinks,
+                                        int otherwise) const {
   if (given) return {*given};
   if (m_Lattice.isDialect) return {otherwise};
   std::vector<int> points;
-  const std::vector<char>& hasOtherLinks = &hasLinks == &m_IsEntered ? m_IsLeft : m_IsEntered;
   for (std::size_t node = 0; node < hasLinks.size(); ++node)
     if (!hasLinks[node] && hasOtherLinks[node]) points.push_back(static_cast<int>(node));
   if (points.empty()) points.push_back(otherwise);
@@ -127,8 +128,8 @@ std::vector<int> Normalising::endPoints(const std::optional<int>& given,
 std::string Normalising::join() {
   const SlfHeader& header = m_File.header;
   const int last = static_cast<int>(m_File.nodes.size()) - 1;
-  const std::vector<int> starts = endPoints(header.start, m_IsEntered, 0);
-  const std::vector<int> ends = endPoints(header.end, m_IsLeft, last);
+  const std::vector<int> starts = endPoints(header.start, m_IsEntered, m_IsLeft, 0);
+  const std::vector<int> ends = endPoints(header.end, m_IsLeft, m_IsEntered, last);
   m_Start = starts[0];
   m_End = ends[0];
   const bool isStart =
