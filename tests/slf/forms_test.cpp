@@ -82,7 +82,7 @@ TEST(Words, AreReadFromTheFormsAsTheyAreMeant) {
   std::vector<std::string> words;
   for (const WordLink& link : lattice.links) words.push_back(link.word.text);
   EXPECT_EQ(words, (std::vector<std::string>{"double quoted", "single quoted", "a \"quoted\" word",
-                                             "it's", "didn't", "'cause", "!NULL"}));
+                                             "it's", "didn't", "'cause", "!NULL", "it's so"}));
   lattice = WordLattice();
   readText(formText("backslash-escapes.slf"), lattice);
   words.clear();
