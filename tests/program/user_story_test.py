@@ -129,6 +129,11 @@ SELECTED_NODE = (153, 255, 153)
 
 class UserStoryTest(ViewerTest):
     def test_from_opening_a_lattice_to_leaving(self):
+        # The first dialog starts at home: that is where this user keeps his lattices.
+        home = self.environment["HOME"]
+        self.environment |= {"HOME": str(self.folder), "XDG_CONFIG_HOME": f"{home}/.config",
+                             "XDG_CACHE_HOME": f"{home}/.cache",
+                             "XDG_DATA_HOME": f"{home}/.local/share"}
         self.write("walk.lat", WALK)
         self.write("walk.htk", OTHER)
         self.viewer = self.start(STRICT)
