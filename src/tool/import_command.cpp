@@ -13,6 +13,7 @@ namespace {
 struct Arguments {
   std::string in;
   std::string out;
+  bool unlessDialect = false;
 };
 
 CommandResult run(const Arguments& arguments, Progress& progress) {
@@ -20,6 +21,7 @@ CommandResult run(const Arguments& arguments, Progress& progress) {
   progress.begin("reading " + arguments.in);
   WordLattice lattice;
   if (std::string error = readWordLattice(arguments.in, lattice); !error.empty()) return error;
+  if (arguments.unlessDialect && lattice.isDialect) return "";
   progress.begin("writing " + arguments.out);
   if (std::string error = writeDialectFile(lattice, arguments.out); !error.empty()) return error;
   progress.begin("searching the best path");
@@ -35,6 +37,8 @@ Command addImport(CLI::App& app) {
       "import", "Read a lattice as a recogniser wrote it and write it as the viewer reads it");
   command->add_option("IN", arguments->in, "Lattice, plain or compressed by gzip")->required();
   command->add_option("OUT", arguments->out, "File to write, such as talk.lat")->required();
+  command->add_flag("--unless-dialect", arguments->unlessDialect,
+                    "Write nothing when the viewer reads IN as it is");
   return [arguments](Progress& progress) { return run(*arguments, progress); };
 }
 

@@ -46,8 +46,9 @@ class FilesTest(unittest.TestCase):
         found = {str(path.relative_to(STAGING)) for path in STAGING.rglob("*") if path.is_file()}
         examples = [path.name for path in (SOURCE / "examples").iterdir() if path.suffix != ".py"]
         expected = {
-            "bin/quorbel", "lib/quorbel/quorbel",
+            "bin/quorbel", "bin/quorbel-lattice", "lib/quorbel/quorbel",
             "share/applications/quorbel.desktop", "share/man/man1/quorbel.1.gz",
+            "share/man/man1/quorbel-lattice.1.gz",
             "share/metainfo/quorbel.metainfo.xml", "share/mime/packages/quorbel.xml",
             "share/icons/hicolor/scalable/apps/quorbel.svg",
             *(f"share/icons/hicolor/{size}x{size}/apps/quorbel.png" for size in ICON_SIZES),
@@ -58,11 +59,11 @@ class FilesTest(unittest.TestCase):
     def test_only_programs_are_executable(self):
         executable = {str(path.relative_to(STAGING)) for path in STAGING.rglob("*")
                       if path.is_file() and path.stat().st_mode & 0o111}
-        self.assertEqual({"bin/quorbel", "lib/quorbel/quorbel"}, executable)
+        self.assertEqual({"bin/quorbel", "bin/quorbel-lattice", "lib/quorbel/quorbel"}, executable)
 
     def test_none_names_the_folder_it_was_built_in(self):
-        files = [path for path in STAGING.rglob("*")
-                 if path.is_file() and path != STAGING / "lib" / "quorbel" / "quorbel"]
+        programs = (STAGING / "bin" / "quorbel-lattice", STAGING / "lib" / "quorbel" / "quorbel")
+        files = [path for path in STAGING.rglob("*") if path.is_file() and path not in programs]
         self.assertGreater(len(files), 20)
         for path in files:
             self.assertNotIn(os.fsencode(SOURCE), path.read_bytes(), path)
@@ -77,7 +78,7 @@ class DesktopTest(unittest.TestCase):
 
     def test_desktop_entry_starts_the_command_on_a_lattice(self):
         entry = desktop_entry()
-        self.assertEqual(("Application", "quorbel %f", "quorbel", f"{MIME_TYPE};", "false"),
+        self.assertEqual(("Application", "quorbel --import %f", "quorbel", f"{MIME_TYPE};", "false"),
                          tuple(entry[key] for key in ("Type", "Exec", "Icon", "MimeType",
                                                       "Terminal")))
 
@@ -147,17 +148,22 @@ class FileTypeTest(unittest.TestCase):
             self.assertNotEqual(MIME_TYPE, self.type_of("unnamed", content), content[:60])
 
 
+def manual(page):
+    return gzip.decompress((SHARE / f"man/man1/{page}.1.gz").read_bytes()).decode()
+
+
 class ManualTest(unittest.TestCase):
     def setUp(self):
-        self.source = gzip.decompress((SHARE / "man/man1/quorbel.1.gz").read_bytes()).decode()
+        self.source = manual("quorbel")
 
     def test_has_no_errors(self):
-        with tempfile.NamedTemporaryFile("w", suffix=".1") as page:
-            page.write(self.source)
-            page.flush()
-            said = run("man", "--warnings", "-E", "UTF-8", "-l", "-Tutf8", "-Z", page.name,
-                       LC_ALL="C.UTF-8")
-        self.assertNotRegex(said, r"(?m)^\S*(?:troff|man|grotty).*:")
+        for name in ("quorbel", "quorbel-lattice"):
+            with tempfile.NamedTemporaryFile("w", suffix=".1") as page:
+                page.write(manual(name))
+                page.flush()
+                said = run("man", "--warnings", "-E", "UTF-8", "-l", "-Tutf8", "-Z", page.name,
+                           LC_ALL="C.UTF-8")
+            self.assertNotRegex(said, r"(?m)^\S*(?:troff|man|grotty).*:")
 
     def test_names_every_example(self):
         examples = SHARE / "doc" / "quorbel" / "examples"
@@ -172,6 +178,13 @@ class ManualTest(unittest.TestCase):
         options = set(re.findall(r"--[a-z-]+", shown))
         self.assertGreaterEqual(len(options), 8)
         self.assertEqual([], sorted(option for option in options if option not in plain))
+
+    def test_of_the_companion_names_every_option_of_its_help(self):
+        plain = manual("quorbel-lattice").replace("\\-", "-")
+        for command in ("import", "prune", "best", "info", "draw"):
+            options = re.findall(r"--[a-z-]+", run(STAGING / "bin" / "quorbel-lattice", command,
+                                                   "--help"))
+            self.assertEqual([], sorted(option for option in options if option not in plain))
 
 
 if __name__ == "__main__":

@@ -3,6 +3,7 @@
 Needs QUORBEL_STAGING, the folder that the program was installed to, and QUORBEL_SOURCE.
 """
 
+import gzip
 import os
 import pathlib
 import re
@@ -379,6 +380,86 @@ class EndTest(LauncherCase):
         self.assertEqual(127, status)
         self.assertIn("lib/quorbel/quorbel", errors)
         self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
+
+
+PLAIN = "N=2 L=1\nI=0 t=0\nI=1 t=0.5\nJ=0 S=0 E=1 W=hello a=-1.5\n"
+IMPORTED = """VERSION=1.1
+N=2 L=1
+I=0 t=0
+I=1 t=0.5
+J=0 S=0 E=1 W=<w in='hello'/> TOTAL=-1.5 a=-1.5 post=0
+"""
+
+
+class ImportTest(LauncherCase):
+    """With the real companion program."""
+
+    def setUp(self):
+        super().setUp()
+        shutil.copy(STAGING / "bin" / "quorbel-lattice", self.launcher.parent)
+        self.write("talk.slf", PLAIN.encode())
+
+    def write(self, name, content):
+        (self.folder / os.fsdecode(name)).write_bytes(content)
+
+    def opens_a_copy(self, lattice, copy, *files):
+        """The viewer gets a copy in its work folder, and nothing is left of it."""
+        line = f"quorbel: {self.folder}/{lattice} is opened as an imported copy\n"
+        self.assertEqual((0, IMPORTED, line),
+                         self.run_to_end("--import", lattice, act='cat -- "$1"'))
+        notes = self.last_notes()
+        self.assertEqual([os.fsencode(notes.folder / copy)], notes.arguments)
+        listed = " ".join([copy, "images", *files]).split()
+        self.assertEqual(sorted(listed), sorted(notes.files))
+        self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
+
+    def test_lattice_of_another_form_is_opened_as_a_copy(self):
+        self.opens_a_copy("talk.slf", "talk.lat")
+        self.assertEqual(PLAIN, (self.folder / "talk.slf").read_text())
+        self.assertEqual(["talk.slf"], os.listdir(self.folder))
+
+    def test_compressed_lattice_is_opened_as_a_copy(self):
+        self.write("two words.1.slf.gz", gzip.compress(PLAIN.encode()))
+        self.opens_a_copy("two words.1.slf.gz", "two words.lat")
+
+    def test_hidden_lattice_is_opened_as_a_copy(self):
+        self.write(".slf", PLAIN.encode())
+        self.opens_a_copy(".slf", "lattice.lat")
+
+    def test_sound_beside_the_lattice_goes_with_it(self):
+        self.write("talk.wav", b"sound")
+        self.opens_a_copy("talk.slf", "talk.lat", "talk.wav")
+        self.assertEqual(0, self.run_to_end("--import", "talk.slf",
+                                            act='cat talk.wav > "$NOTES/heard"')[0])
+        self.assertEqual(b"sound", (self.notes / "heard").read_bytes())
+        self.assertEqual(b"sound", (self.folder / "talk.wav").read_bytes())
+
+    def test_lattice_in_the_viewers_form_is_opened_itself(self):
+        self.write("talk.lat", IMPORTED.encode())
+        self.assertEqual([os.fsencode(self.folder / "talk.lat")],
+                         self.given("--import", "talk.lat").arguments)
+
+    def test_without_the_option_nothing_is_imported(self):
+        self.assertEqual([os.fsencode(self.folder / "talk.slf")],
+                         self.given("talk.slf").arguments)
+
+    def test_without_a_lattice_there_is_nothing_to_import(self):
+        self.assertEqual([], self.given("--import").arguments)
+
+    def test_what_cannot_be_imported_is_left_to_the_viewer(self):
+        self.write("talk.slf", PLAIN.replace("E=1", "E=7").encode())
+        status, output, errors = self.run_to_end("--import", "talk.slf")
+        self.assertEqual((0, ""), (status, output))
+        self.assertRegex(errors, r"\Aquorbel-lattice: .*talk\.slf: line 4: .*\n\Z")
+        self.assertEqual([os.fsencode(self.folder / "talk.slf")], self.last_notes().arguments)
+
+    def test_links_of_the_copy_are_counted(self):
+        links = "".join(f"J={i} S={i} E={i + 1} W=w a=-1\n" for i in range(1001))
+        nodes = "".join(f"I={i} t={i}\n" for i in range(1002))
+        self.write("many.slf.gz", gzip.compress(f"N=1002 L=1001\n{nodes}{links}".encode()))
+        status, _, errors = self.run_to_end("--import", "many.slf.gz")
+        self.assertEqual(0, status)
+        self.assertIn("many.lat has 1001 links: dot may take minutes", errors)
 
 
 if __name__ == "__main__":

@@ -14,6 +14,7 @@ PLACEHOLDER = r"\b(?:PATH|NUMBER|TEXT|OPTION|NAMES?)\b"
 SAYS = re.compile(r"show_error\(\*this, (.*?)\);|std::c(?:out|err) <<(.*?);|"
                   r"kDotMissing =(.*?);|std::logic_error\((.*?)\)|"
                   r"return (?:m_Path \+ )?(\"[^;]* [^;]*?);", re.DOTALL)
+VIEWER = ("app", "dialogs", "lattice", "layout", "sound")  # folders of its sources
 OF_OTHERS = ("cannot open display", "basic_string::substr")  # toolkit, standard library
 
 
@@ -41,7 +42,7 @@ def literals(code):
 def viewer_messages():
     """The texts that the viewer's sources say to the user."""
     said = []
-    for path in sorted((SOURCE / "src").rglob("*.cpp")):
+    for path in sorted(path for folder in VIEWER for path in (SOURCE / "src" / folder).glob("*.cpp")):
         code = re.sub(r"//.*", "", path.read_text("utf-8"))
         for found in SAYS.finditer(code):
             said += literals(next(group for group in found.groups() if group))

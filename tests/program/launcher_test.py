@@ -66,6 +66,23 @@ class LauncherTest(ViewerTest):
         self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
         self.assertEqual(sorted(lattices), sorted(os.listdir(self.folder)))
 
+    def test_lattice_of_another_form_is_imported_and_shown(self):
+        self.write("plain.slf", re.sub("<w in='([a-z]*)'[^>]*>", r"\1", SMALL))
+        write_sound(self.folder / "plain.wav", seconds=1)
+        viewer = self.start("--import", STRICT, "plain.slf")
+        self.becomes("Quorbel - ", lambda: viewer.title()[:10])
+        copy = viewer.work_folder / "plain.lat"
+        self.becomes((f"Quorbel - {copy}", f"graph : {copy}"),
+                     lambda: (viewer.title(), viewer.status()))
+        self.assertEqual(SMALL_DESCRIPTION.replace(" / zu", "").replace(" / dir", ""),
+                         viewer.description())
+        viewer.press("Shortest path")
+        self.becomes("Shortest Path : 1.75", viewer.status)
+        self.leave(viewer)
+        self.assertEqual(("", f"quorbel: {self.folder}/plain.slf is opened as an imported copy\n"),
+                         (viewer.output, viewer.errors))
+        self.nothing_is_left("small.lat", "plain.slf", "plain.wav")
+
     def test_lattice_is_opened_and_nothing_is_left(self):
         write_sound(self.folder / "small.wav", seconds=1)
         viewer = self.start(STRICT, "./small.lat")

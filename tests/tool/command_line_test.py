@@ -54,6 +54,12 @@ class ImportTest(ToolTest):
         self.assertEqual(["talk.lat", "talk.slf", "tmp"], self.files())
         self.assertEqual([], list(self.temporary.iterdir()))
 
+    def test_leaves_the_dialect_alone_when_told_to(self):
+        self.assertEqual("", self.succeeds("import", "--unless-dialect", "talk.slf", "talk.lat"))
+        self.assertEqual(IMPORTED, self.read("talk.lat"))
+        self.assertEqual("", self.succeeds("import", "--unless-dialect", "talk.lat", "copy.lat"))
+        self.assertEqual(["talk.lat", "talk.slf", "tmp"], self.files())
+
     def test_reads_compressed_files(self):
         self.write("talk.slf.gz", gzip.compress((self.folder / "talk.slf").read_bytes()))
         self.succeeds("import", "talk.slf.gz", "talk.lat")
