@@ -1,5 +1,6 @@
 #include "app/export_fixture.h"
 
+#include <chrono>
 #include <sstream>
 
 namespace quorbel {
@@ -19,9 +20,18 @@ void ExportTest::exportAs(const char* action, const std::string& name) {
 }
 
 void ExportTest::save(Gtk::FileChooserDialog& dialog, const std::string& path) {
-  dialog.set_current_folder(Glib::path_get_dirname(path));
-  dialog.set_current_name(Glib::path_get_basename(path));
-  if (!waitFor([&] { return dialog.get_filename() == path; })) {
+  // While the dialog still loads the folder that it starts in, another one can get lost.
+  constexpr auto kAskAgainAfter = std::chrono::milliseconds(500);
+  auto askAt = std::chrono::steady_clock::now();
+  const auto isEntered = [&] {
+    if (dialog.get_filename() == path) return true;
+    if (std::chrono::steady_clock::now() < askAt) return false;
+    dialog.set_current_folder(Glib::path_get_dirname(path));
+    dialog.set_current_name(Glib::path_get_basename(path));
+    askAt = std::chrono::steady_clock::now() + kAskAgainAfter;
+    return false;
+  };
+  if (!waitFor(isEntered)) {
     ADD_FAILURE() << "the dialog has " << dialog.get_filename() << " instead of " << path;
     return dialog.response(Gtk::RESPONSE_CANCEL);
   }
