@@ -48,7 +48,7 @@ std::optional<int> integerOfField(std::string_view value) {
 void appendNumber(std::string& text, double number) {
   if (number == 0.0) number = 0.0;  // no "-0"
   std::array<char, kLongestNumber> digits;
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+  auto* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
   text.append(digits.data(), end);
 }
 
@@ -61,9 +61,9 @@ std::string exactNumber(double number) {
 double rounded(double number) {
   constexpr int kSignificantDigits = 15;
   std::array<char, kLongestNumber> digits;
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
-                                 std::chars_format::general, kSignificantDigits)
-                       .ptr;
+  auto* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                                        std::chars_format::general, kSignificantDigits)
+                              .ptr;
   std::from_chars(digits.data(), end, number);
   return number;
 }

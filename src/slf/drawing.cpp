@@ -142,7 +142,7 @@ std::string drawingFormat(const std::string& path) {
   constexpr std::array<const char*, 5> kFormats = {"png", "svg", "pdf", "ps", "dia"};
   const std::string extension = fs::path(path).extension();
   const auto isFormat = [&](const char* format) { return extension == std::string(".") + format; };
-  const auto found = std::find_if(kFormats.begin(), kFormats.end(), isFormat);
+  const auto* const found = std::find_if(kFormats.begin(), kFormats.end(), isFormat);
   return found == kFormats.end() ? "" : *found;
 }
 

@@ -22,9 +22,9 @@ double endOf(const WordLattice& lattice, const WordLink& link) {
 /// The number with so many digits behind the point.
 std::string fixed(double number, int digits) {
   std::array<char, 400> text;  // the largest double has 309 digits
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), number,
-                                 std::chars_format::fixed, digits)
-                       .ptr;
+  auto* const end = std::to_chars(text.data(), text.data() + text.size(), number,
+                                        std::chars_format::fixed, digits)
+                              .ptr;
   std::string shown(text.data(), end);
   const bool isZero = shown.find_first_not_of("-0.") == std::string::npos;
   return isZero && shown[0] == '-' ? shown.substr(1) : shown;
@@ -102,7 +102,7 @@ std::string pathsAsHtkLabels(const WordLattice& lattice, const std::vector<Latti
   constexpr double kUnitsPerSecond = 1e7;
   std::string text;
   for (const LatticePath& path : paths) {
-    if (&path != &paths[0]) text += "///\n";
+    if (&path != paths.data()) text += "///\n";
     for (const std::size_t index : path.links) {
       const WordLink& link = lattice.links[index];
       if (link.word.isNull()) continue;

@@ -90,7 +90,7 @@ std::string summaryOf(const WordLattice& lattice) {
 std::vector<std::string> warningsAbout(const WordLattice& lattice) {
   std::vector<std::string> warnings;
   if (!lattice.hasTimes)
-    warnings.push_back("no node has a time; its depth in the lattice stands for it");
+    warnings.emplace_back("no node has a time; its depth in the lattice stands for it");
   const auto isPositive = [](const WordLink& link) { return link.total > 0.0; };
   if (const std::optional<int> first = firstPositiveTotal(lattice)) {
     const auto count = std::count_if(lattice.links.begin(), lattice.links.end(), isPositive);

@@ -96,7 +96,7 @@ std::string Normalising::makeLinks() {
     link.end = record.end;
     m_IsLeft[slot(record.start)] = true;
     m_IsEntered[slot(record.end)] = true;
-    const std::string error = m_LinkFields.fill(link, &record, m_File.nodes[slot(record.end)]);
+    std::string error = m_LinkFields.fill(link, &record, m_File.nodes[slot(record.end)]);
     if (!error.empty()) return error;
     m_NextId = std::max(m_NextId, record.id);
   }
@@ -147,7 +147,7 @@ std::string Normalising::joinStart(const std::vector<int>& starts) {
   m_Start = addNode();
   for (const int start : starts) {
     WordLink& link = addLink(m_Start, start);
-    const std::string error = m_LinkFields.fill(link, nullptr, m_File.nodes[slot(start)]);
+    std::string error = m_LinkFields.fill(link, nullptr, m_File.nodes[slot(start)]);
     if (!error.empty()) return error;
   }
   return "";

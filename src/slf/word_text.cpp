@@ -1,6 +1,7 @@
 #include "slf/word_text.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cstdint>
 
@@ -20,7 +21,7 @@ Character characterAt(std::string_view text, std::size_t pos) {
   const unsigned char first = byte(0);
   if (first < 0x80) return {first, 1};
   const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-  constexpr std::uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
+  constexpr std::array<std::uint32_t, 5> kSmallest = {0, 0, 0x80, 0x800, 0x10000};
   if (first < 0xC2 || first > 0xF4 || pos + length > text.size()) return {};
   std::uint32_t code = first & (0x7Fu >> length);
   for (std::size_t i = 1; i < length; ++i) {
