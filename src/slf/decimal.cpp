@@ -62,8 +62,8 @@ double rounded(double number) {
   constexpr int kSignificantDigits = 15;
   std::array<char, kLongestNumber> digits;
   auto* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
-                                        std::chars_format::general, kSignificantDigits)
-                              .ptr;
+                                  std::chars_format::general, kSignificantDigits)
+                        .ptr;
   std::from_chars(digits.data(), end, number);
   return number;
 }

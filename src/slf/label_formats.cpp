@@ -23,8 +23,8 @@ double endOf(const WordLattice& lattice, const WordLink& link) {
 std::string fixed(double number, int digits) {
   std::array<char, 400> text;  // the largest double has 309 digits
   auto* const end = std::to_chars(text.data(), text.data() + text.size(), number,
-                                        std::chars_format::fixed, digits)
-                              .ptr;
+                                  std::chars_format::fixed, digits)
+                        .ptr;
   std::string shown(text.data(), end);
   const bool isZero = shown.find_first_not_of("-0.") == std::string::npos;
   return isZero && shown[0] == '-' ? shown.substr(1) : shown;
