@@ -6,7 +6,7 @@ namespace quorbel {
 namespace {
 
 std::string fromWork(const std::string& latticeFolder) {
-  return startFolder(latticeFolder, "/run/work", "/home/me");
+  return startFolder(latticeFolder, "/run/here", "/home/me");
 }
 
 TEST(StartFolder, IsThatOfTheLattice) { EXPECT_EQ(fromWork("/data/talks"), "/data/talks"); }
@@ -14,24 +14,24 @@ TEST(StartFolder, IsThatOfTheLattice) { EXPECT_EQ(fromWork("/data/talks"), "/dat
 TEST(StartFolder, IsHomeBeforeAnyLattice) { EXPECT_EQ(fromWork(""), "/home/me"); }
 
 TEST(StartFolder, OfARelativePathBeginsAtTheWorkingFolder) {
-  EXPECT_EQ(fromWork("talks"), "/run/work/talks");
-  EXPECT_EQ(fromWork("talks/may"), "/run/work/talks/may");
-  EXPECT_EQ(fromWork("."), "/run/work");
+  EXPECT_EQ(fromWork("talks"), "/run/here/talks");
+  EXPECT_EQ(fromWork("talks/may"), "/run/here/talks/may");
+  EXPECT_EQ(fromWork("."), "/run/here");
   EXPECT_EQ(fromWork(".."), "/run");
-  EXPECT_EQ(fromWork("./talks/../other/"), "/run/work/other");
+  EXPECT_EQ(fromWork("./talks/../other/"), "/run/here/other");
 }
 
 TEST(StartFolder, IsHomeForALatticeAmongTheWorkFiles) {
-  EXPECT_EQ(fromWork("/run/work"), "/home/me");
-  EXPECT_EQ(fromWork("/run/work/"), "/home/me");
+  EXPECT_EQ(fromWork("/run/here"), "/home/me");
+  EXPECT_EQ(fromWork("/run/here/"), "/home/me");
   EXPECT_EQ(fromWork("/run/./other/../work"), "/home/me");
-  EXPECT_EQ(startFolder("/run/work", "/run/work/", "/home/me"), "/home/me");
+  EXPECT_EQ(startFolder("/run/here", "/run/here/", "/home/me"), "/home/me");
 }
 
 TEST(StartFolder, MayLieAroundOrInTheWorkingFolder) {
   EXPECT_EQ(fromWork("/run"), "/run");
-  EXPECT_EQ(fromWork("/run/work/talks"), "/run/work/talks");
-  EXPECT_EQ(fromWork("/run/workshop"), "/run/workshop");
+  EXPECT_EQ(fromWork("/run/here/talks"), "/run/here/talks");
+  EXPECT_EQ(fromWork("/run/hereshop"), "/run/hereshop");
 }
 
 TEST(StartFolder, MayBeTheRoot) {
