@@ -15,11 +15,11 @@ struct OpenFileRequest {
   Gtk::ResponseType openResponse;       ///< what the Open button answers
   Glib::ustring filterName;             ///< of the filter in force; "Any files" is the other one
   std::vector<Glib::ustring> patterns;  ///< of the filter in force, such as "*.lat"
-  std::string folder;                   ///< shown first, see startFolder
+  std::string folder;                   ///< shown first, a full path; see startFolder
 };
 
 /// Asks the user for a file over `parent`. Returns its full path in the file system's encoding,
-/// none when the user gives up. The dialog is gone when this returns.
+/// none when the user gives up. The dialog is off the screen when this returns.
 std::optional<std::string> askForFile(Gtk::Window& parent, const OpenFileRequest& request);
 
 }  // namespace quorbel

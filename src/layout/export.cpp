@@ -4,6 +4,7 @@
 
 #include "app/main_window.h"
 #include "app/user_text.h"
+#include "dialogs/file_dialog.h"
 #include "layout/dia_writer.h"
 #include "layout/dot_writer.h"
 #include "layout/export_name.h"
@@ -54,11 +55,10 @@ void MainWindow::exportGraph(const std::string& format) {
     show_error(*this, "No graph opened");
     return;
   }
-  Gtk::FileChooserDialog dialog(*this, "Please choose a filename", Gtk::FILE_CHOOSER_ACTION_SAVE);
-  dialog.add_button(Gtk::Stock::CANCEL, Gtk::RESPONSE_CANCEL);
-  dialog.add_button(Gtk::Stock::SAVE, Gtk::RESPONSE_OK);
-  dialog.set_current_folder(folderForDialogs());
-  const std::optional<std::string> name = chooseName(dialog, format);
+  const FileDialog dialog = makeFileDialog(*this, "Please choose a filename",
+                                           Gtk::FILE_CHOOSER_ACTION_SAVE, folderForDialogs());
+  dialog->add_button(Gtk::Stock::SAVE, Gtk::RESPONSE_OK);
+  const std::optional<std::string> name = chooseName(*dialog, format);
   if (!name || !m_FileOpened) return;  // what was put off may have closed the file meanwhile
   refreshSelectedEdgeScore(m_Graph);
   m_Graph.outputFormat = format;

@@ -20,18 +20,11 @@ class DialogFolders : public WindowTest {
         waitFor([&] { return chooser.get_current_folder() == expected; });
         EXPECT_EQ(chooser.get_current_folder(), expected);
         hasLooked = true;
-        letIconsCome();
         dialog.response(Gtk::RESPONSE_CANCEL);
       };
       activate(action);
       EXPECT_TRUE(hasLooked);
     }
-  }
-
-  /// The toolkit complains when a dialog goes while it still loads icons for the folder's files.
-  void letIconsCome() {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
-    waitFor([&] { return std::chrono::steady_clock::now() > end; });
   }
 
   const std::vector<const char*> all = {"FileOpen", "FileOpenSound", "FileExportPNG",
@@ -68,10 +61,6 @@ TEST_F(DialogFolders, AreHomeForALatticeAmongTheWorkFiles) {
 TEST_F(DialogFolders, MayBeGone) {
   openLattice(kTwoWords, "talks/monday.lat");
   std::filesystem::remove_all(folder.path() / "talks");
-  answer = [this](Gtk::Dialog& dialog) {
-    letIconsCome();
-    dialog.response(Gtk::RESPONSE_CANCEL);
-  };
   activate("FileOpen");
   activate("FileExportPNG");
   EXPECT_EQ(dialogs,

@@ -43,7 +43,9 @@ void ExportTest::save(Gtk::FileChooserDialog& dialog, const std::string& path) {
 
 Gtk::FileChooserDialog& ExportTest::saveDialog() {
   for (Gtk::Window* toplevel : Gtk::Window::list_toplevels())
-    if (auto* const dialog = dynamic_cast<Gtk::FileChooserDialog*>(toplevel)) return *dialog;
+    if (auto* const dialog = dynamic_cast<Gtk::FileChooserDialog*>(toplevel);
+        dialog && dialog->is_mapped())
+      return *dialog;
   throw std::runtime_error("no save dialog");
 }
 
