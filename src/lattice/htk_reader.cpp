@@ -14,12 +14,12 @@
 #include <unordered_map>
 #include <utility>
 
+#include "lattice/blanks.h"
 #include "lattice/number_text.h"
 
 namespace quorbel {
 namespace {
 
-constexpr std::string_view kBlanks = " \t";
 constexpr int kNotGiven = -1;
 
 struct EndPoints {

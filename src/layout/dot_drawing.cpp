@@ -8,13 +8,13 @@
 namespace quorbel {
 namespace {
 
-constexpr const char* kBlanks = " \t\r\n";
+constexpr const char* kWhiteSpace = " \t\r\n";
 constexpr double kPointsPerInch = 72.0;
 constexpr double kFarthest = 1e9;  ///< layout points
 
 std::string_view trimmed(std::string_view text) {
-  const std::size_t begin = std::min(text.find_first_not_of(kBlanks), text.size());
-  const std::size_t end = text.find_last_not_of(kBlanks) + 1;
+  const std::size_t begin = std::min(text.find_first_not_of(kWhiteSpace), text.size());
+  const std::size_t end = text.find_last_not_of(kWhiteSpace) + 1;
   return text.substr(begin, std::max(begin, end) - begin);
 }
 
@@ -40,7 +40,7 @@ LayoutPoint point(std::string_view text) {
 DrawnSpline spline(std::string_view text) {
   DrawnSpline spline;
   while (!text.empty()) {
-    const std::string_view part = takePart(text, kBlanks);
+    const std::string_view part = takePart(text, kWhiteSpace);
     if (part.empty()) continue;
     if (part.substr(0, 2) == "e,") {
       spline.endTip = point(part.substr(2));

@@ -6,12 +6,11 @@
 #include <charconv>
 #include <istream>
 
+#include "lattice/blanks.h"
 #include "lattice/number_text.h"
 
 namespace quorbel {
 namespace {
-
-constexpr std::string_view kBlanks = " \t";
 
 bool isNameCharacter(char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; }
 

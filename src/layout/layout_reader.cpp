@@ -8,6 +8,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "lattice/blanks.h"
 #include "lattice/number_text.h"
 #include "layout/dot_statements.h"
 #include "layout/file_names.h"
@@ -15,7 +16,6 @@
 namespace quorbel {
 namespace {
 
-constexpr const char* kBlanks = " \t";
 constexpr std::size_t kNone = std::string::npos;
 
 /// Units of a node's size in an inch. Not the 72 points of one: boxes stand out a little around the

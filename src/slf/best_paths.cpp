@@ -11,7 +11,7 @@ namespace quorbel {
 namespace {
 
 using Weight = CostArc::Weight;
-using Graph = fst::VectorFst<CostArc>;
+using CostFst = fst::VectorFst<CostArc>;
 using Filter = fst::AnyArcFilter<CostArc>;
 using Paths = std::vector<LatticePath>;
 
@@ -36,10 +36,10 @@ double sumOf(const std::vector<double>& scores, const std::vector<std::size_t>& 
 }
 
 /// Follows the only way on from `state`.
-std::vector<std::size_t> linksFrom(const Graph& graph, int state) {
+std::vector<std::size_t> linksFrom(const CostFst& graph, int state) {
   std::vector<std::size_t> links;
   while (graph.NumArcs(state) > 0) {
-    const CostArc& arc = fst::ArcIterator<Graph>(graph, state).Value();
+    const CostArc& arc = fst::ArcIterator<CostFst>(graph, state).Value();
     if (arc.ilabel > 0) links.push_back(static_cast<std::size_t>(arc.ilabel) - 1);
     state = arc.nextstate;
   }
@@ -47,11 +47,11 @@ std::vector<std::size_t> linksFrom(const Graph& graph, int state) {
 }
 
 /// The result of OpenFst's search has one arc from its start for each path.
-Paths pathsIn(const Graph& result, const std::vector<double>& scores) {
+Paths pathsIn(const CostFst& result, const std::vector<double>& scores) {
   Paths paths;
   if (result.Start() == fst::kNoStateId) return paths;
   if (result.NumArcs(result.Start()) == 0) return {LatticePath{}};
-  for (fst::ArcIterator<Graph> arc(result, result.Start()); !arc.Done(); arc.Next()) {
+  for (fst::ArcIterator<CostFst> arc(result, result.Start()); !arc.Done(); arc.Next()) {
     LatticePath& path = paths.emplace_back();
     if (arc.Value().ilabel > 0)
       path.links.push_back(static_cast<std::size_t>(arc.Value().ilabel) - 1);
@@ -65,17 +65,17 @@ Paths pathsIn(const Graph& result, const std::vector<double>& scores) {
 }
 
 template <typename Queue>
-Paths search(const Graph& graph, const std::vector<double>& scores, Queue& queue,
+Paths search(const CostFst& graph, const std::vector<double>& scores, Queue& queue,
              std::vector<Weight>& distances, int count) {
   constexpr float kNoDifference = 0.0F;
-  Graph result;
+  CostFst result;
   fst::ShortestPathOptions<CostArc, Queue, Filter> options(&queue, Filter(), count);
   options.delta = kNoDifference;
   fst::ShortestPath(graph, &result, &distances, options);
   return pathsIn(result, scores);
 }
 
-Paths onePath(const Graph& graph, const std::vector<double>& scores, bool hasPositive) {
+Paths onePath(const CostFst& graph, const std::vector<double>& scores, bool hasPositive) {
   std::vector<Weight> distances;
   if (hasPositive) {  // the states are in topological order
     fst::StateOrderQueue<int> queue;
@@ -85,7 +85,7 @@ Paths onePath(const Graph& graph, const std::vector<double>& scores, bool hasPos
   return search(graph, scores, queue, distances, 1);
 }
 
-Paths severalPaths(const Graph& graph, const std::vector<double>& scores, int count) {
+Paths severalPaths(const CostFst& graph, const std::vector<double>& scores, int count) {
   std::vector<Weight> distances;
   fst::AutoQueue<int> queue(graph, &distances, Filter());
   return search(graph, scores, queue, distances, count);
@@ -104,7 +104,7 @@ std::string findBestPaths(const WordLattice& lattice, const std::vector<double>&
            " is positive: going around might improve a path for ever";
 
   const std::vector<char> all(lattice.links.size(), true);
-  const Graph graph = fstOf<CostArc>(lattice, scores, all);
+  const CostFst graph = fstOf<CostArc>(lattice, scores, all);
   Paths best = onePath(graph, scores, hasPositive);
   if (best.empty()) return "no path leads from the start to the end";
   if (count == 1) {

@@ -7,8 +7,6 @@
 namespace quorbel {
 namespace {
 
-std::size_t slot(int node) { return static_cast<std::size_t>(node); }
-
 /// Which links leave each node, as indices into the lattice's links, without a list a node.
 class LeavingLinks {
  public:

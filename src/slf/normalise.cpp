@@ -13,8 +13,6 @@
 namespace quorbel {
 namespace {
 
-std::size_t slot(int node) { return static_cast<std::size_t>(node); }
-
 /// Makes a lattice of one file.
 class Normalising {
  public:

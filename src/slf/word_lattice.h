@@ -2,6 +2,7 @@
 
 // A lattice as the companion program's commands work on it, whatever file it came from.
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -45,6 +46,9 @@ struct WordLattice {
   std::vector<WordNode> nodes;          ///< at least one
   std::vector<WordLink> links;
 };
+
+/// Where something of a node or a link stands in a list that has it for each by index.
+inline std::size_t slot(int index) { return static_cast<std::size_t>(index); }
 
 /// Names of the two scores that every link has beside its own.
 inline const std::string kTotalName = "TOTAL";

@@ -13,7 +13,7 @@
 namespace quorbel {
 namespace {
 
-struct Arguments {
+struct BestArguments {
   std::string in;
   int count = 1;
   std::string scoreName = kTotalName;
@@ -25,7 +25,7 @@ std::string utteranceOf(const WordLattice& lattice, const std::string& path) {
   return std::filesystem::path(path).stem().string();
 }
 
-CommandResult run(const Arguments& arguments, Progress& progress) {
+CommandResult runBest(const BestArguments& arguments, Progress& progress) {
   if (arguments.format == "ctm" && arguments.count > 1)
     return "best: CTM has no place for several paths; leave --nbest out or take another format";
   progress.begin("reading " + arguments.in);
@@ -51,7 +51,7 @@ CommandResult run(const Arguments& arguments, Progress& progress) {
 
 Command addBest(CLI::App& app) {
   constexpr int kMostPaths = 100000;
-  auto arguments = std::make_shared<Arguments>();
+  auto arguments = std::make_shared<BestArguments>();
   CLI::App* command =
       app.add_subcommand("best", "Print the best paths with their words and scores");
   command->add_option("IN", arguments->in, "Lattice, plain or compressed by gzip")->required();
@@ -65,7 +65,7 @@ Command addBest(CLI::App& app) {
                    "text; ctm: start, duration, word and posterior; htk: an HTK label file (text)")
       ->type_name("FORMAT")
       ->check(CLI::IsMember({"text", "ctm", "htk"}));
-  return [arguments](Progress& progress) { return run(*arguments, progress); };
+  return [arguments](Progress& progress) { return runBest(*arguments, progress); };
 }
 
 }  // namespace quorbel

@@ -9,13 +9,13 @@
 namespace quorbel {
 namespace {
 
-struct Arguments {
+struct DrawArguments {
   std::string in;
   std::string out;
   DrawingOptions options;
 };
 
-CommandResult run(const Arguments& arguments, Progress& progress) {
+CommandResult runDraw(const DrawArguments& arguments, Progress& progress) {
   if (std::string error = checkOutput(arguments.in, arguments.out); !error.empty()) return error;
   if (drawingFormat(arguments.out).empty())
     return arguments.out + ": the name must end in .png, .svg, .pdf, .ps or .dia, the format";
@@ -29,7 +29,7 @@ CommandResult run(const Arguments& arguments, Progress& progress) {
 }  // namespace
 
 Command addDraw(CLI::App& app) {
-  auto arguments = std::make_shared<Arguments>();
+  auto arguments = std::make_shared<DrawArguments>();
   CLI::App* command = app.add_subcommand("draw", "Draw a lattice as the viewer does, into a file");
   command->add_option("IN", arguments->in, "Lattice, plain or compressed by gzip")->required();
   command->add_option("OUT", arguments->out, "Drawing: NAME.png, .svg, .pdf, .ps or .dia")
@@ -44,7 +44,7 @@ Command addDraw(CLI::App& app) {
       ->type_name("NAME");
   command->add_option("--through", options.throughLink, "Mark the best path through link J=LINK")
       ->type_name("LINK");
-  return [arguments](Progress& progress) { return run(*arguments, progress); };
+  return [arguments](Progress& progress) { return runDraw(*arguments, progress); };
 }
 
 }  // namespace quorbel

@@ -10,13 +10,13 @@
 namespace quorbel {
 namespace {
 
-struct Arguments {
+struct ImportArguments {
   std::string in;
   std::string out;
   bool unlessDialect = false;
 };
 
-CommandResult run(const Arguments& arguments, Progress& progress) {
+CommandResult runImport(const ImportArguments& arguments, Progress& progress) {
   if (std::string error = checkOutput(arguments.in, arguments.out); !error.empty()) return error;
   progress.begin("reading " + arguments.in);
   WordLattice lattice;
@@ -32,14 +32,14 @@ CommandResult run(const Arguments& arguments, Progress& progress) {
 }  // namespace
 
 Command addImport(CLI::App& app) {
-  auto arguments = std::make_shared<Arguments>();
+  auto arguments = std::make_shared<ImportArguments>();
   CLI::App* command = app.add_subcommand(
       "import", "Read a lattice as a recogniser wrote it and write it as the viewer reads it");
   command->add_option("IN", arguments->in, "Lattice, plain or compressed by gzip")->required();
   command->add_option("OUT", arguments->out, "File to write, such as talk.lat")->required();
   command->add_flag("--unless-dialect", arguments->unlessDialect,
                     "Write nothing when the viewer reads IN as it is");
-  return [arguments](Progress& progress) { return run(*arguments, progress); };
+  return [arguments](Progress& progress) { return runImport(*arguments, progress); };
 }
 
 }  // namespace quorbel

@@ -9,7 +9,7 @@
 namespace quorbel {
 namespace {
 
-CommandResult run(const std::string& in, Progress& progress) {
+CommandResult runInfo(const std::string& in, Progress& progress) {
   progress.begin("reading " + in);
   WordLattice lattice;
   if (std::string error = readWordLattice(in, lattice); !error.empty()) return error;
@@ -24,7 +24,7 @@ Command addInfo(CLI::App& app) {
   CLI::App* command =
       app.add_subcommand("info", "Say how large a lattice is, which scores it has and how it ends");
   command->add_option("IN", *in, "Lattice, plain or compressed by gzip")->required();
-  return [in](Progress& progress) { return run(*in, progress); };
+  return [in](Progress& progress) { return runInfo(*in, progress); };
 }
 
 }  // namespace quorbel

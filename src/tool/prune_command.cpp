@@ -11,14 +11,14 @@
 namespace quorbel {
 namespace {
 
-struct Arguments {
+struct PruneArguments {
   std::string in;
   std::string out;
   std::optional<std::size_t> links;
   std::optional<double> beam;
 };
 
-CommandResult run(const Arguments& arguments, Progress& progress) {
+CommandResult runPrune(const PruneArguments& arguments, Progress& progress) {
   if (std::string error = checkOutput(arguments.in, arguments.out); !error.empty()) return error;
   progress.begin("reading " + arguments.in);
   WordLattice lattice;
@@ -37,7 +37,7 @@ CommandResult run(const Arguments& arguments, Progress& progress) {
 }  // namespace
 
 Command addPrune(CLI::App& app) {
-  auto arguments = std::make_shared<Arguments>();
+  auto arguments = std::make_shared<PruneArguments>();
   CLI::App* command = app.add_subcommand(
       "prune", "Keep the likeliest links of a lattice, with the best path, as the viewer reads it");
   command->add_option("IN", arguments->in, "Lattice, plain or compressed by gzip")->required();
@@ -52,7 +52,7 @@ Command addPrune(CLI::App& app) {
       ->type_name("B")
       ->check(CLI::Range(0.0, 1e100));
   how->require_option(1);
-  return [arguments](Progress& progress) { return run(*arguments, progress); };
+  return [arguments](Progress& progress) { return runPrune(*arguments, progress); };
 }
 
 }  // namespace quorbel
