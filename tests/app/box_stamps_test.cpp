@@ -2,13 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "app/box_colours.h"
 #include "app/painted_picture.h"
 
 namespace quorbel {
 namespace {
-
-constexpr Rgba kFill{0, 1, 0, 0.4}, kOutline{0, 0, 1, 0.7};
-constexpr Rgba kOtherFill{1, 0, 0, 0.15}, kOtherOutline{1, 0, 0, 0.5};
 
 struct StampedBox {
   const char* what;
@@ -49,8 +47,10 @@ TEST(BoxStamps, LeaveThePixelsOfARoundedBox) {
   drawn.fillWhite();
   BoxStamps stamps;
   for (const auto& [what, x, y, width, height, radius] : kBoxes) {
-    stamps.draw(stamped.context, kFill, kOutline, x, y, width, height, radius);
-    drawRoundedBox(drawn.context, kFill, kOutline, x, y, width, height, radius);
+    stamps.draw(stamped.context, kSelectedNodeFill, kSelectedNodeOutline, x, y, width, height,
+                radius);
+    drawRoundedBox(drawn.context, kSelectedNodeFill, kSelectedNodeOutline, x, y, width, height,
+                   radius);
     expectSamePixels(stamped, drawn, what);
   }
 }
@@ -58,10 +58,10 @@ TEST(BoxStamps, LeaveThePixelsOfARoundedBox) {
 TEST(BoxStamps, TakeTheColoursOfEachBox) {
   PaintedPicture stamped(200, 100), drawn(200, 100);
   BoxStamps stamps;
-  stamps.draw(stamped.context, kFill, kOutline, 20, 30, 84, 20, 20);
-  stamps.draw(stamped.context, kOtherFill, kOtherOutline, 40, 35, 84, 20, 20);
-  drawRoundedBox(drawn.context, kFill, kOutline, 20, 30, 84, 20, 20);
-  drawRoundedBox(drawn.context, kOtherFill, kOtherOutline, 40, 35, 84, 20, 20);
+  stamps.draw(stamped.context, kSelectedNodeFill, kSelectedNodeOutline, 20, 30, 84, 20, 20);
+  stamps.draw(stamped.context, kSelectedLabelFill, kSelectedLabelOutline, 40, 35, 84, 20, 20);
+  drawRoundedBox(drawn.context, kSelectedNodeFill, kSelectedNodeOutline, 20, 30, 84, 20, 20);
+  drawRoundedBox(drawn.context, kSelectedLabelFill, kSelectedLabelOutline, 40, 35, 84, 20, 20);
   expectSamePixels(stamped, drawn, "second colours");
 }
 
@@ -70,8 +70,8 @@ TEST(BoxStamps, LieWhereTheContextIsMovedTo) {
   stamped.context->translate(-30, -20);
   drawn.context->translate(-30, -20);
   BoxStamps stamps;
-  stamps.draw(stamped.context, kFill, kOutline, 50, 40, 60, 40, 40);
-  drawRoundedBox(drawn.context, kFill, kOutline, 50, 40, 60, 40, 40);
+  stamps.draw(stamped.context, kSelectedNodeFill, kSelectedNodeOutline, 50, 40, 60, 40, 40);
+  drawRoundedBox(drawn.context, kSelectedNodeFill, kSelectedNodeOutline, 50, 40, 60, 40, 40);
   expectSamePixels(stamped, drawn, "moved");
 }
 

@@ -6,16 +6,12 @@
 #include <random>
 #include <string>
 
+#include "app/box_colours.h"
 #include "app/painted_picture.h"
 
 namespace quorbel {
 namespace {
 
-constexpr Rgba kSelectedLabelFill{1, 0, 0, 0.15}, kSelectedLabelOutline{1, 0, 0, 0.5};
-constexpr Rgba kSelectedNodeFill{0, 1, 0, 0.4}, kSelectedNodeOutline{0, 0, 1, 0.7};
-constexpr Rgba kHoveredLabelFill{0, 0, 1, 0.15}, kHoveredLabelOutline{0, 0, 1, 0.5};
-constexpr Rgba kHoveredNodeFill{1, 1, 0, 0.4}, kHoveredNodeOutline{1, 0, 0, 0.7};
-constexpr Pixel kGreen{0, 255, 0, 255};
 constexpr int kSide = 400;  ///< of the square canvas, in layout points and in pixels
 
 LayoutItem node(int index, int x, int y, double time = 0.0, int width = 60, int height = 40) {

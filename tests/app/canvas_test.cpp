@@ -1,12 +1,8 @@
+#include "app/box_colours.h"
 #include "app/canvas_fixture.h"
 
 namespace quorbel {
 namespace {
-
-constexpr Rgba kSelectedLabelFill{1, 0, 0, 0.15}, kSelectedLabelOutline{1, 0, 0, 0.5};
-constexpr Rgba kSelectedNodeFill{0, 1, 0, 0.4}, kSelectedNodeOutline{0, 0, 1, 0.7};
-constexpr Rgba kHoveredLabelFill{0, 0, 1, 0.15}, kHoveredLabelOutline{0, 0, 1, 0.5};
-constexpr Rgba kHoveredNodeFill{1, 1, 0, 0.4}, kHoveredNodeOutline{1, 0, 0, 0.7};
 
 /// The canvas as it shows, with and without boxes over the drawing.
 class Canvas : public CanvasTest {

@@ -1,13 +1,12 @@
 #include <gtk/gtk.h>
 
+#include "app/colours.h"
 #include "app/lattices.h"
 #include "app/window_fixture.h"
 #include "sound/sound_files.h"
 
 namespace quorbel {
 namespace {
-
-constexpr unsigned kWhite = 0xFFFFFF;
 
 class Closing : public WindowTest {
  protected:
@@ -29,7 +28,7 @@ class Closing : public WindowTest {
     const Glib::RefPtr<Gdk::Pixbuf> picture = pictureOf(widget);
     for (int y = 0; y < picture->get_height(); ++y)
       for (int x = 0; x < picture->get_width(); ++x)
-        if (pixel(picture, x, y) != kWhite) return false;
+        if (pixel(picture, x, y) != screen::kWhite) return false;
     return true;
   }
 };

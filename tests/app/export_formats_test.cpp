@@ -4,14 +4,12 @@
 
 #include <cstdlib>
 
+#include "app/colours.h"
 #include "app/export_fixture.h"
 #include "layout/file_names.h"
 
 namespace quorbel {
 namespace {
-
-constexpr unsigned kBlue = 0x0000FF;
-constexpr unsigned kRed = 0xFF0000;
 
 /// A lattice of one best path (links 0 and 2), a way around it (1 and 3), and a link beside them.
 class ExportedFile : public ExportTest {
@@ -45,8 +43,8 @@ class ExportedFile : public ExportTest {
 
   /// A picture of the highlighted drawing: the colours of its paths are there.
   static void expectHighlighted(const Glib::RefPtr<Gdk::Pixbuf>& picture) {
-    EXPECT_TRUE(hasColour(picture, kBlue));
-    EXPECT_TRUE(hasColour(picture, kRed));
+    EXPECT_TRUE(hasColour(picture, screen::kBlue));
+    EXPECT_TRUE(hasColour(picture, screen::kRed));
     EXPECT_TRUE(hasColour(picture, 0x00FFFF));
     EXPECT_TRUE(hasColour(picture, 0xFFFF00));
   }

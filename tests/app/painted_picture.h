@@ -39,6 +39,7 @@ inline std::ostream& operator<<(std::ostream& stream, const Pixel& pixel) {
 
 inline constexpr Pixel kNothing{0, 0, 0, 0};
 inline constexpr Pixel kWhite{255, 255, 255, 255};
+inline constexpr Pixel kGreen{0, 255, 0, 255};
 
 /// A picture in memory to paint on, transparent at first.
 class PaintedPicture {

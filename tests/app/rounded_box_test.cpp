@@ -5,13 +5,11 @@
 #include <algorithm>
 #include <vector>
 
+#include "app/box_colours.h"
 #include "app/painted_picture.h"
 
 namespace quorbel {
 namespace {
-
-constexpr Rgba kFill{0, 1, 0, 0.4};
-constexpr Rgba kOutline{0, 0, 1, 0.7};
 
 struct Point {
   double x, y;
@@ -75,13 +73,14 @@ const Shape kShapes[] = {
 TEST(RoundedBox, HasItsFillAndOutlineWhereTheCurvesSay) {
   constexpr double kHalfLine = 1.0;       // the toolkit's default line is two pixels wide
   constexpr double kHalfDiagonal = 0.75;  // pixels that the outline's border may cross
-  const Pixel filled = kNothing.under(kFill);
-  const Pixel outlinedInside = filled.under(kOutline);
-  const Pixel outlinedOutside = kNothing.under(kOutline);
+  const Pixel filled = kNothing.under(kSelectedNodeFill);
+  const Pixel outlinedInside = filled.under(kSelectedNodeOutline);
+  const Pixel outlinedOutside = kNothing.under(kSelectedNodeOutline);
   for (const Shape& s : kShapes) {
     SCOPED_TRACE(s.what);
     PaintedPicture picture(170, 170);
-    drawRoundedBox(picture.context, kFill, kOutline, s.x, s.y, s.w, s.h, s.r);
+    drawRoundedBox(picture.context, kSelectedNodeFill, kSelectedNodeOutline, s.x, s.y, s.w, s.h,
+                   s.r);
     const std::vector<Point> outline = outlineOf(s.x, s.y, s.w, s.h, s.r);
     for (int y = s.y - 5; y < s.y + s.h + 5 && !HasFailure(); ++y) {
       for (int x = s.x - 5; x < s.x + s.w + 5 && !HasFailure(); ++x) {
@@ -104,10 +103,10 @@ TEST(RoundedBox, HasItsFillAndOutlineWhereTheCurvesSay) {
 
 TEST(RoundedBox, StraightRunsCarryALineOfTwoPixels) {
   PaintedPicture picture(170, 170);
-  drawRoundedBox(picture.context, kFill, kOutline, 20, 30, 120, 100, 30);
-  const Pixel filled = kNothing.under(kFill);
-  const Pixel outside = kNothing.under(kOutline);
-  const Pixel inside = filled.under(kOutline);
+  drawRoundedBox(picture.context, kSelectedNodeFill, kSelectedNodeOutline, 20, 30, 120, 100, 30);
+  const Pixel filled = kNothing.under(kSelectedNodeFill);
+  const Pixel outside = kNothing.under(kSelectedNodeOutline);
+  const Pixel inside = filled.under(kSelectedNodeOutline);
   for (const int middle : {60, 80, 100}) {  // between the corners
     expectPixel(picture, middle, 28, kNothing);
     expectPixel(picture, middle, 29, outside);
@@ -132,17 +131,18 @@ TEST(RoundedBox, StraightRunsCarryALineOfTwoPixels) {
 
 TEST(RoundedBox, CurvesPassAnEighthOfTheRadiusFromTheCorner) {
   PaintedPicture picture(170, 170);
-  drawRoundedBox(picture.context, kFill, kOutline, 20, 20, 130, 130, 40);
+  drawRoundedBox(picture.context, kSelectedNodeFill, kSelectedNodeOutline, 20, 20, 130, 130, 40);
   // the curve is at 25, 25; a circle's arc would be at 31.7, 31.7
   expectPixel(picture, 22, 22, kNothing);
   EXPECT_GT(picture.at(24, 24).blue, 0);
-  expectPixel(picture, 27, 27, kNothing.under(kFill));
+  expectPixel(picture, 27, 27, kNothing.under(kSelectedNodeFill));
 }
 
 TEST(RoundedBox, WithoutWidthOrHeightIsNotDrawn) {
   for (const auto& [width, height] : {std::pair(0, 50), std::pair(50, 0), std::pair(0, 0)}) {
     PaintedPicture picture(100, 100);
-    drawRoundedBox(picture.context, kFill, kOutline, 20, 20, width, height, 20);
+    drawRoundedBox(picture.context, kSelectedNodeFill, kSelectedNodeOutline, 20, 20, width, height,
+                   20);
     for (int y = 0; y < 100; ++y)
       for (int x = 0; x < 100; ++x) expectPixel(picture, x, y, kNothing, 0);
   }
@@ -150,12 +150,12 @@ TEST(RoundedBox, WithoutWidthOrHeightIsNotDrawn) {
 
 TEST(RoundedBox, LeavesNothingForTheNextOne) {
   PaintedPicture once(170, 170);
-  drawRoundedBox(once.context, kFill, kOutline, 100, 100, 50, 40, 20);
+  drawRoundedBox(once.context, kSelectedNodeFill, kSelectedNodeOutline, 100, 100, 50, 40, 20);
   PaintedPicture twice(170, 170);
   twice.context->move_to(5, 5);  // a path that somebody else began
   twice.context->line_to(60, 5);
   drawRoundedBox(twice.context, {1, 0, 0, 0.15}, {1, 0, 0, 0.5}, 20, 20, 50, 40, 20);
-  drawRoundedBox(twice.context, kFill, kOutline, 100, 100, 50, 40, 20);
+  drawRoundedBox(twice.context, kSelectedNodeFill, kSelectedNodeOutline, 100, 100, 50, 40, 20);
   for (int y = 80; y < 170; ++y)
     for (int x = 80; x < 170; ++x) expectPixel(twice, x, y, once.at(x, y), 0);
   expectPixel(twice, 30, 5, kNothing, 0);

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
+#include "extreme_numbers.h"
 
 namespace quorbel {
 namespace {
@@ -78,9 +78,6 @@ TEST(ToggleSelected, KeepsEdgesThatDifferInTheirLinkIdAlone) {
   toggleSelected(selection, edge(6, 1, 2));
   EXPECT_EQ(linkIdsOf(selection), (std::vector<int>{5, 6}));
 }
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 /// Nodes 0, 1, 2, ... of these times among other items.
 std::vector<LayoutItem> drawing(const std::vector<double>& times) {

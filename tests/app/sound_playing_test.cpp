@@ -3,14 +3,11 @@
 #include <algorithm>
 #include <chrono>
 
+#include "app/colours.h"
 #include "app/sound_window_fixture.h"
 
 namespace quorbel {
 namespace {
-
-constexpr unsigned kRed = 0xFF0000;
-constexpr unsigned kGreen = 0x00FF00;
-constexpr unsigned kWhite = 0xFFFFFF;
 
 constexpr int kLongMs = 30000;  ///< a sound that does not end during a test
 constexpr int kShortMs = 300;   ///< one that is waited for
@@ -35,7 +32,7 @@ class SoundPlaying : public SoundWindowTest {
       bool isGreen = true;
       for (int x = box.left + 1; x < box.left + box.width - 1; ++x)
         for (int y = box.top + 1; y < box.top + box.height - 1; ++y)
-          isGreen = isGreen && pixel(picture, x, y) == kGreen;
+          isGreen = isGreen && pixel(picture, x, y) == screen::kGreen;
       if (isGreen) lit += std::to_string(node);
     }
     return lit;
@@ -46,17 +43,17 @@ class SoundPlaying : public SoundWindowTest {
     const auto picture = strip();
     const int beside = std::max(x - 1, 0);
     for (int y = 0; y < picture->get_height(); ++y) {
-      ASSERT_TRUE(hasColour(picture, x, y, kRed));
-      ASSERT_TRUE(hasColour(picture, beside, y, kRed));
+      ASSERT_TRUE(hasColour(picture, x, y, screen::kRed));
+      ASSERT_TRUE(hasColour(picture, beside, y, screen::kRed));
     }
-    EXPECT_FALSE(hasColour(picture, x + 1, 2, kRed));
-    EXPECT_TRUE(x < 2 || !hasColour(picture, x - 2, 2, kRed));
+    EXPECT_FALSE(hasColour(picture, x + 1, 2, screen::kRed));
+    EXPECT_TRUE(x < 2 || !hasColour(picture, x - 2, 2, screen::kRed));
   }
 
   bool showsCursor() {
     const auto picture = strip();
     for (int x = 0; x < picture->get_width(); ++x)
-      if (hasColour(picture, x, 2, kRed)) return true;
+      if (hasColour(picture, x, 2, screen::kRed)) return true;
     return false;
   }
 };
@@ -314,7 +311,7 @@ TEST_F(SoundPlaying, NodesLightUpInStepWithTheRunningSound) {
     const Glib::RefPtr<Gdk::Drawable> drawable = window->m_GraphArea.get_window();
     const auto picture =
         Gdk::Pixbuf::create(drawable, box.left + box.width / 2, box.top + box.height / 2, 1, 1);
-    return (pixel(picture, 0, 0) == kGreen) == lit;
+    return (pixel(picture, 0, 0) == screen::kGreen) == lit;
   };
   activate("SoundMenuPlay");
   EXPECT_TRUE(waitFor([&] { return isPainted(false); }));

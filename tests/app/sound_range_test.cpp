@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/colours.h"
 #include "app/sound_window_fixture.h"
 
 namespace quorbel {
@@ -9,7 +10,6 @@ namespace {
 
 using Ids = std::vector<int>;
 
-constexpr unsigned kWhite = 0xFFFFFF;
 constexpr unsigned kBoxOnWhite = 0xFFB2B2;      // red, 0.3
 constexpr unsigned kOutlineOnWhite = 0x40FF40;  // green, 0.75
 
@@ -35,27 +35,28 @@ class SoundRangeTest : public SoundWindowTest {
     const auto picture = strip();
     const int height = picture->get_height();
     for (const int y : {40, height / 2 + 30, height - 40}) {
-      EXPECT_TRUE(hasColour(picture, left - 3, y, kWhite));
+      EXPECT_TRUE(hasColour(picture, left - 3, y, screen::kWhite));
       EXPECT_TRUE(hasColour(picture, left - 1, y, kOutlineOnWhite));
       EXPECT_TRUE(hasColour(picture, left + 3, y, kBoxOnWhite));
       EXPECT_TRUE(hasColour(picture, (left + right) / 2, y, kBoxOnWhite));
       EXPECT_TRUE(hasColour(picture, right - 3, y, kBoxOnWhite));
       EXPECT_TRUE(hasColour(picture, right, y, kOutlineOnWhite));
-      EXPECT_TRUE(hasColour(picture, right + 3, y, kWhite));
+      EXPECT_TRUE(hasColour(picture, right + 3, y, screen::kWhite));
     }
     const int middle = (left + right) / 2;
     EXPECT_TRUE(hasColour(picture, middle, 3, kBoxOnWhite));
     EXPECT_TRUE(hasColour(picture, middle, height - 4, kBoxOnWhite));
     // Corners of radius 20 pass 2.5 pixels from where they would meet.
-    EXPECT_TRUE(hasColour(picture, left, 0, kWhite));
+    EXPECT_TRUE(hasColour(picture, left, 0, screen::kWhite));
     EXPECT_TRUE(hasColour(picture, left + 4, 4, kBoxOnWhite));
-    EXPECT_TRUE(hasColour(picture, right - 1, height - 1, kWhite));
+    EXPECT_TRUE(hasColour(picture, right - 1, height - 1, screen::kWhite));
     EXPECT_TRUE(hasColour(picture, right - 5, height - 5, kBoxOnWhite));
   }
 
   void expectNoBox() {
     const auto picture = strip();
-    for (int x = 0; x < picture->get_width(); ++x) ASSERT_TRUE(hasColour(picture, x, 40, kWhite));
+    for (int x = 0; x < picture->get_width(); ++x)
+      ASSERT_TRUE(hasColour(picture, x, 40, screen::kWhite));
   }
 };
 
@@ -299,11 +300,11 @@ TEST_F(SoundRangeTest, BoxShowsTheTimesOfTheSelectedEdges) {
   ASSERT_EQ(w.m_RangeEnd, 1.0);
   const auto picture = strip();
   const int left = stripWidth() / 4;
-  EXPECT_TRUE(hasColour(picture, left - 3, 40, kWhite));
+  EXPECT_TRUE(hasColour(picture, left - 3, 40, screen::kWhite));
   EXPECT_TRUE(hasColour(picture, left - 1, 40, kOutlineOnWhite));
   EXPECT_TRUE(hasColour(picture, left + 3, 40, kBoxOnWhite));
   EXPECT_TRUE(hasColour(picture, stripWidth() - 3, 40, kBoxOnWhite));
-  EXPECT_TRUE(hasColour(picture, 6, 40, kWhite));
+  EXPECT_TRUE(hasColour(picture, 6, 40, screen::kWhite));
 }
 
 TEST_F(SoundRangeTest, PaintingLeavesTheRangeOfSelectedEdgesAlone) {

@@ -3,13 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/colours.h"
 #include "app/sound_window_fixture.h"
 
 namespace quorbel {
 namespace {
-
-constexpr unsigned kWhite = 0xFFFFFF;
-constexpr unsigned kBlue = 0x0000FF;
 
 /// How far beyond its ends a line may reach where it meets the next one, pixels.
 constexpr int kCorner = 11;
@@ -55,18 +53,19 @@ class SoundStrip : public SoundWindowTest {
       const ColumnLine& line = lines[static_cast<std::size_t>(i)];
       const int top = std::max(static_cast<int>(std::ceil(line.top)) + 1, 0);
       const int bottom = std::min(static_cast<int>(std::floor(line.bottom)) - 1, height);
-      for (int y = top; y < bottom; ++y) ASSERT_TRUE(hasColour(picture, i, y, kBlue));
+      for (int y = top; y < bottom; ++y) ASSERT_TRUE(hasColour(picture, i, y, screen::kBlue));
       for (int y = 0; y < height; ++y)
-        ASSERT_TRUE(!isFarFrom(lines, i, y) || hasColour(picture, i, y, kWhite));
+        ASSERT_TRUE(!isFarFrom(lines, i, y) || hasColour(picture, i, y, screen::kWhite));
     }
     for (int i = drawn + kCorner; i < width; ++i)
-      for (int y = 0; y < height; ++y) ASSERT_TRUE(hasColour(picture, i, y, kWhite));
+      for (int y = 0; y < height; ++y) ASSERT_TRUE(hasColour(picture, i, y, screen::kWhite));
   }
 
   void expectAllWhite() {
     const auto picture = strip();
     for (int x = 0; x < picture->get_width(); ++x)
-      for (int y = 0; y < picture->get_height(); ++y) ASSERT_TRUE(hasColour(picture, x, y, kWhite));
+      for (int y = 0; y < picture->get_height(); ++y)
+        ASSERT_TRUE(hasColour(picture, x, y, screen::kWhite));
   }
 
   /// A line along the middle, from the left edge to the right one.
@@ -74,10 +73,10 @@ class SoundStrip : public SoundWindowTest {
     const auto picture = strip();
     const int middle = picture->get_height() / 2;
     for (int x = 0; x < picture->get_width(); ++x) {
-      ASSERT_TRUE(hasColour(picture, x, middle - 1, kBlue));
-      ASSERT_TRUE(hasColour(picture, x, middle, kBlue));
-      ASSERT_TRUE(hasColour(picture, x, middle - 2, kWhite));
-      ASSERT_TRUE(hasColour(picture, x, middle + 1, kWhite));
+      ASSERT_TRUE(hasColour(picture, x, middle - 1, screen::kBlue));
+      ASSERT_TRUE(hasColour(picture, x, middle, screen::kBlue));
+      ASSERT_TRUE(hasColour(picture, x, middle - 2, screen::kWhite));
+      ASSERT_TRUE(hasColour(picture, x, middle + 1, screen::kWhite));
     }
   }
 
@@ -126,10 +125,10 @@ TEST_F(SoundStrip, LoudestSampleSetsTheScaleAndPositiveValuesGoDown) {
   const int middle = stripHeight() / 2;
   const int full = stripHeight() - 10;
   const auto expectLine = [&](int x, int top, int bottom) {
-    EXPECT_TRUE(hasColour(picture, x, top - 3, kWhite));
-    EXPECT_TRUE(hasColour(picture, x, top + 1, kBlue));
-    EXPECT_TRUE(hasColour(picture, x, bottom - 2, kBlue));
-    EXPECT_TRUE(hasColour(picture, x, bottom + 2, kWhite));
+    EXPECT_TRUE(hasColour(picture, x, top - 3, screen::kWhite));
+    EXPECT_TRUE(hasColour(picture, x, top + 1, screen::kBlue));
+    EXPECT_TRUE(hasColour(picture, x, bottom - 2, screen::kBlue));
+    EXPECT_TRUE(hasColour(picture, x, bottom + 2, screen::kWhite));
   };
   expectLine(stripWidth() / 12, middle, middle + full / 4);
   expectLine(stripWidth() / 2, middle - full / 2, middle);
@@ -145,8 +144,8 @@ TEST_F(SoundStrip, ShowsAsManyValuesOfAStereoSoundAsItHasFramesAChannel) {
   expectWaveform(samples, 2);
   const auto picture = strip();
   for (int x = 5; x < stripWidth() - 5; ++x) {
-    ASSERT_TRUE(hasColour(picture, x, stripHeight() / 2 + 20, kBlue));
-    ASSERT_TRUE(hasColour(picture, x, stripHeight() / 2 - 20, kWhite));
+    ASSERT_TRUE(hasColour(picture, x, stripHeight() / 2 + 20, screen::kBlue));
+    ASSERT_TRUE(hasColour(picture, x, stripHeight() / 2 - 20, screen::kWhite));
   }
 }
 
@@ -168,8 +167,8 @@ TEST_F(SoundStrip, SoundShorterThanTheStripEndsWithinIt) {
   setStripHeight(200);
   expectWaveform(samples);
   // The last window is not read.
-  EXPECT_TRUE(hasColour(strip(), 118, stripHeight() / 2 + 60, kBlue));
-  EXPECT_TRUE(hasColour(strip(), 122, stripHeight() / 2 + 60, kWhite));
+  EXPECT_TRUE(hasColour(strip(), 118, stripHeight() / 2 + 60, screen::kBlue));
+  EXPECT_TRUE(hasColour(strip(), 122, stripHeight() / 2 + 60, screen::kWhite));
 }
 
 TEST_F(SoundStrip, SoundOfOneValueDrawsNothingThatCanBeSeen) {

@@ -18,7 +18,7 @@ constexpr int kAnswerEveryMs = 20;
 Display* xDisplay() { return gdk_x11_get_default_xdisplay(); }
 
 /// The text that a dialog tells the user, or its title.
-std::string textOf(Gtk::Dialog& dialog) {
+std::string dialogText(Gtk::Dialog& dialog) {
   if (!GTK_IS_MESSAGE_DIALOG(dialog.gobj())) return dialog.get_title().raw();
   gchar* secondary = nullptr;
   g_object_get(dialog.gobj(), "secondary-text", &secondary, nullptr);
@@ -92,7 +92,7 @@ bool WindowTest::answerDialogs() {
               answered.end());
         },
         &m_Answered);
-    dialogs.push_back(textOf(*dialog));
+    dialogs.push_back(dialogText(*dialog));
     answer(*dialog);
     break;  // the list of windows may have changed
   }

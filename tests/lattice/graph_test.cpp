@@ -2,16 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
+#include "extreme_numbers.h"
 #include "graph_text.h"
 #include "processor_time.h"
 
 namespace quorbel {
 namespace {
-
-constexpr int kLargestInt = std::numeric_limits<int>::max();
-constexpr int kSmallestInt = std::numeric_limits<int>::min();
 
 /// An item with a value of its own in every field.
 LayoutItem someEdge() {

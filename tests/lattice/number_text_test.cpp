@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "extreme_numbers.h"
 #include "graph_text.h"
 #include "process_locale.h"
 
@@ -17,8 +18,6 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr int kLargestInt = std::numeric_limits<int>::max();
-constexpr int kSmallestInt = std::numeric_limits<int>::min();
 constexpr double kLargestDouble = std::numeric_limits<double>::max();
 
 template <typename Number>

@@ -2,22 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <memory>
 #include <ostream>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "extreme_numbers.h"
 #include "graph_text.h"
 #include "lattice/shortest_path.h"
 #include "reference_search.h"
 
 namespace quorbel {
 namespace {
-
-constexpr double kLargest = std::numeric_limits<double>::max();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 /// What a family of random lattices is made of.
 struct Family {
@@ -44,16 +41,22 @@ const std::vector<Family> kFamilies = {
      {99999999, 99999998, 99999999.5, 1e8, 2e8, -1e8, -1, 0, 1, 50000000, 49999999.5},
      10,
      10},
-    {"HugeCosts", 3000, 6, 18, {kLargest, -kLargest, kInfinity, -kInfinity, 1e308, 0, 1}, 10, 10},
+    {"HugeCosts",
+     3000,
+     6,
+     18,
+     {kLargestDouble, -kLargestDouble, kInfinity, -kInfinity, 1e308, 0, 1},
+     10,
+     10},
     {"Fractions", 2000, 8, 24, {0.1, 0.2, 0.3, 0.7, 1e-9, 1e7 / 3, 123.456}, 5, 5},
     {"ManyParallelLinks", 2000, 3, 24, {0, 1, 2, 3, -1}, 10, 10},
     {"LargerLattices", 200, 60, 240, {0, 0.5, 1, 1.5, 2, 3, 5, 8}, 5, 2},
 };
 
 /// Random lattices of one family.
-class Generator {
+class LatticeGenerator {
  public:
-  Generator(const Family& family, unsigned seed) : m_Family(family), m_Random(seed) {}
+  LatticeGenerator(const Family& family, unsigned seed) : m_Family(family), m_Random(seed) {}
 
   Graph lattice() {
     Graph graph;
@@ -197,7 +200,7 @@ INSTANTIATE_TEST_SUITE_P(Families, FastSearch, ::testing::ValuesIn(kFamilies),
                          [](const auto& family) { return family.param.name; });
 
 TEST_P(FastSearch, GivesTheDistancesOfThePlainOne) {
-  Generator random(GetParam(), kSeed);
+  LatticeGenerator random(GetParam(), kSeed);
   for (int i = 0; i < GetParam().lattices; ++i) {
     const Graph graph = random.lattice();
     const int source = random.node(graph.adjacency->nodeCount);
@@ -208,7 +211,7 @@ TEST_P(FastSearch, GivesTheDistancesOfThePlainOne) {
 }
 
 TEST_P(FastSearch, GivesTheBestPathOfThePlainOne) {
-  Generator random(GetParam(), kSeed + 1);
+  LatticeGenerator random(GetParam(), kSeed + 1);
   Meetings meetings;
   for (int i = 0; i < GetParam().lattices; ++i) {
     const Graph graph = random.lattice();
@@ -220,7 +223,7 @@ TEST_P(FastSearch, GivesTheBestPathOfThePlainOne) {
 }
 
 TEST_P(FastSearch, GivesThePathThroughALinkOfThePlainOne) {
-  Generator random(GetParam(), kSeed + 2);
+  LatticeGenerator random(GetParam(), kSeed + 2);
   Meetings meetings;
   for (int i = 0; i < GetParam().lattices; ++i) {
     const Graph graph = random.lattice();

@@ -12,7 +12,7 @@
 namespace quorbel {
 namespace {
 
-std::string listOf(const std::vector<int>& numbers) {
+std::string joined(const std::vector<int>& numbers) {
   std::string text;
   for (const int number : numbers) text += (text.empty() ? "" : " ") + std::to_string(number);
   return text;
@@ -41,7 +41,7 @@ class ShortestPath : public ::testing::Test {
     std::vector<int> nodes(static_cast<std::size_t>(graph.adjacency->nodeCount), 0);
     std::vector<int> linkIds(nodes.size(), -1);
     const double total = shortestPath(graph, nodes, linkIds, throughSelected);
-    return "total " + exactText(total) + ", nodes " + listOf(nodes) + ", links " + listOf(linkIds);
+    return "total " + exactText(total) + ", nodes " + joined(nodes) + ", links " + joined(linkIds);
   }
 };
 
@@ -80,7 +80,7 @@ TEST_F(ShortestPath, WithoutLinksIsReportedAsMinusOne) {
   std::vector<int> nodes(3, 0);
   std::vector<int> linkIds(3, 77);
   shortestPath(graph, nodes, linkIds, false);
-  EXPECT_EQ(listOf(linkIds), "-1 77 77");
+  EXPECT_EQ(joined(linkIds), "-1 77 77");
 }
 
 TEST_F(ShortestPath, UnusedRestOfThePathStandsForLoopsAtNodeZero) {
@@ -316,8 +316,8 @@ TEST_F(ShortestPath, WithoutALatticeTouchesNothing) {
   std::vector<int> linkIds = {5, 6};
   for (const bool throughSelected : {false, true}) {
     EXPECT_EQ(shortestPath(graph, nodes, linkIds, throughSelected), -1.0);
-    EXPECT_EQ(listOf(nodes), "7 8");
-    EXPECT_EQ(listOf(linkIds), "5 6");
+    EXPECT_EQ(joined(nodes), "7 8");
+    EXPECT_EQ(joined(linkIds), "5 6");
   }
 }
 

@@ -6,11 +6,10 @@
 #include <string>
 
 #include "temporary_folder.h"
+#include "xml_messages.h"
 
 namespace quorbel {
 namespace {
-
-const std::string kFailed = "Failed to parse document\n";
 
 XmlDocument parse(const std::string& word) { return parseXmlFragment(word, "test.xml"); }
 

@@ -9,11 +9,11 @@
 #include "process_locale.h"
 #include "processor_time.h"
 #include "temporary_folder.h"
+#include "xml_messages.h"
 
 namespace quorbel {
 namespace {
 
-const std::string kFailed = "Failed to parse document\n";
 const std::string kWord = "<w text='yes' conf='0.8' empty=''/>";
 
 std::string labelOf(const std::string& word) { return edgeXmlLabel(Graph(), word, false); }

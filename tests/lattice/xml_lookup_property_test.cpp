@@ -76,9 +76,9 @@ std::string plainFirstValue(const xmlNode* node) {
 }
 
 /// Random fragments of nested elements, text, comments, instructions, CDATA and entities.
-class Generator {
+class FragmentGenerator {
  public:
-  explicit Generator(unsigned seed) : m_Random(seed) {}
+  explicit FragmentGenerator(unsigned seed) : m_Random(seed) {}
 
   std::string fragment() {
     std::string word = "<!DOCTYPE w [<!ENTITY e '<x a=\"entity\"/>'><!ENTITY v 'value'>]>";
@@ -127,7 +127,7 @@ TEST(XmlLookupSteps, LeadToTheSameValuesAndCounters) {
   constexpr unsigned kSeed = 515253;
   constexpr int kFragments = 3000;
   constexpr int kPathsEach = 10;
-  Generator random(kSeed);
+  FragmentGenerator random(kSeed);
   int found = 0;
   for (int i = 0; i < kFragments; ++i) {
     const std::string word = random.fragment();

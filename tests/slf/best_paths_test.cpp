@@ -11,7 +11,6 @@
 namespace quorbel {
 namespace {
 
-constexpr double kExact = 1e-9;
 constexpr int kRounds = 3000;
 
 std::vector<double> totals(const WordLattice& lattice) { return *scoresNamed(lattice, "TOTAL"); }

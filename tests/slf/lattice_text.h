@@ -10,6 +10,9 @@
 
 namespace quorbel {
 
+/// How far a score may be from the expected one.
+inline constexpr double kExact = 1e-9;
+
 /// The lattice that a text is; fails the test and gives an empty one when it is none.
 void readText(const std::string& text, WordLattice& lattice);
 

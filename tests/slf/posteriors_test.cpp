@@ -11,8 +11,6 @@
 namespace quorbel {
 namespace {
 
-constexpr double kExact = 1e-9;
-
 TEST(Posteriors, AreSumsOverAllPaths) {
   constexpr unsigned kSeed = 8101;
   SCOPED_TRACE("seed 8101");

@@ -14,8 +14,6 @@
 namespace quorbel {
 namespace {
 
-constexpr double kExact = 1e-9;
-
 std::set<int> idsOf(const WordLattice& lattice) {
   std::set<int> ids;
   for (const WordLink& link : lattice.links) ids.insert(link.id);

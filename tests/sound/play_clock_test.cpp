@@ -3,13 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <limits>
+
+#include "extreme_numbers.h"
 
 namespace quorbel {
 namespace {
-
-constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
-constexpr std::int32_t kSmallest = std::numeric_limits<std::int32_t>::min();
 
 TEST(WallClockMs, AddsSecondsAndWholeMilliseconds) {
   EXPECT_EQ(wallClockMs(0, 0), 0);
@@ -20,8 +18,8 @@ TEST(WallClockMs, AddsSecondsAndWholeMilliseconds) {
 }
 
 TEST(WallClockMs, WrapsIn32Bits) {
-  EXPECT_EQ(wallClockMs(2147483, 647000), kLargest);
-  EXPECT_EQ(wallClockMs(2147483, 648000), kSmallest);
+  EXPECT_EQ(wallClockMs(2147483, 647000), kLargestInt);
+  EXPECT_EQ(wallClockMs(2147483, 648000), kSmallestInt);
   EXPECT_EQ(wallClockMs(4294967, 295000), -1);
   EXPECT_EQ(wallClockMs(4294967, 296000), 0);
   // 1,700,000,000,000 ms are 396 x 2^32 less 807,049,216.
@@ -39,7 +37,7 @@ TEST(ElapsedMs, IsTheDifference) {
 }
 
 TEST(ElapsedMs, IsRightAcrossTheWrap) {
-  EXPECT_EQ(elapsedMs(kSmallest + 4, kLargest), 5);
+  EXPECT_EQ(elapsedMs(kSmallestInt + 4, kLargestInt), 5);
   EXPECT_EQ(elapsedMs(3, -2), 5);
   EXPECT_EQ(elapsedMs(wallClockMs(2147484, 0), wallClockMs(2147483, 0)), 1000);
 }

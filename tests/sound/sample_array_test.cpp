@@ -7,11 +7,12 @@
 #include <limits>
 #include <string>
 
+#include "extreme_numbers.h"
+
 namespace quorbel {
 namespace {
 
 constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
-constexpr std::int64_t kLargest = std::numeric_limits<std::int64_t>::max();
 
 TEST(AllocateSamples, GivesSilence) {
   const SampleArray samples = allocateSamples(1000, 2, kNoLimit);
@@ -31,8 +32,8 @@ TEST(AllocateSamples, TakesAtMostTheLimit) {
 }
 
 TEST(AllocateSamples, RefusesProductsBeyond64Bits) {
-  EXPECT_EQ(allocateSamples(kLargest, 1, kNoLimit - 1), nullptr);
-  EXPECT_EQ(allocateSamples(kLargest, 1024, kNoLimit), nullptr);
+  EXPECT_EQ(allocateSamples(kLargestInt64, 1, kNoLimit - 1), nullptr);
+  EXPECT_EQ(allocateSamples(kLargestInt64, 1024, kNoLimit), nullptr);
   // 2^61 frames x 4 channels x 2 bytes are 0 in 64 bits.
   EXPECT_EQ(allocateSamples(std::int64_t{1} << 61, 4, kNoLimit), nullptr);
 }

@@ -3,16 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <limits>
 #include <ostream>
+
+#include "extreme_numbers.h"
 
 namespace quorbel {
 namespace {
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
-constexpr std::int32_t kSmallest = std::numeric_limits<std::int32_t>::min();
 
 struct SegmentCase {
   double from;
@@ -62,19 +58,18 @@ INSTANTIATE_TEST_SUITE_P(NotFinite, SegmentBetween,
                                          SegmentCase{kInfinity, kInfinity, 1000, 1000, 1000}));
 
 // infinity x 0 frames is not a number either.
-INSTANTIATE_TEST_SUITE_P(OddCounts, SegmentBetween,
-                         testing::Values(SegmentCase{0.0, 1.0, 0, 0, 0},
-                                         SegmentCase{0.0, kInfinity, 0, 0, 0},
-                                         SegmentCase{0.0, 1.0, -5, 0, 0},
-                                         SegmentCase{0.0, 1.0, kSmallest, 0, 0},
-                                         SegmentCase{0.0, 1.0, kLargest, 0, kLargest},
-                                         SegmentCase{0.5, 2.0, kLargest, 1073741823, kLargest}));
+INSTANTIATE_TEST_SUITE_P(
+    OddCounts, SegmentBetween,
+    testing::Values(SegmentCase{0.0, 1.0, 0, 0, 0}, SegmentCase{0.0, kInfinity, 0, 0, 0},
+                    SegmentCase{0.0, 1.0, -5, 0, 0}, SegmentCase{0.0, 1.0, kSmallestInt, 0, 0},
+                    SegmentCase{0.0, 1.0, kLargestInt, 0, kLargestInt},
+                    SegmentCase{0.5, 2.0, kLargestInt, 1073741823, kLargestInt}));
 
 TEST(LowFrameCount, KeepsTheLow32Bits) {
   EXPECT_EQ(lowFrameCount(0), 0);
   EXPECT_EQ(lowFrameCount(16000), 16000);
-  EXPECT_EQ(lowFrameCount(2147483647), kLargest);
-  EXPECT_EQ(lowFrameCount(2147483648), kSmallest);
+  EXPECT_EQ(lowFrameCount(2147483647), kLargestInt);
+  EXPECT_EQ(lowFrameCount(2147483648), kSmallestInt);
   EXPECT_EQ(lowFrameCount(4294967295), -1);
   EXPECT_EQ(lowFrameCount(4294967296), 0);
   EXPECT_EQ(lowFrameCount(4294967296 + 7), 7);
@@ -99,12 +94,12 @@ TEST(PlayedFraction, OfASoundWithoutWholeFramesPerChannelIsZero) {
   EXPECT_EQ(playedFraction(500, 16000, 0, 1), 0.0);
   EXPECT_EQ(playedFraction(500, 16000, 1, 2), 0.0);
   EXPECT_EQ(playedFraction(500, 16000, 100, 0), 0.0);
-  EXPECT_EQ(playedFraction(500, 16000, kSmallest, 1), 0.0);
+  EXPECT_EQ(playedFraction(500, 16000, kSmallestInt, 1), 0.0);
   EXPECT_EQ(playedFraction(500, 16000, 100, -1), 0.0);
 }
 
 TEST(PlayedFraction, OfALongTimeDoesNotWrap) {
-  EXPECT_DOUBLE_EQ(playedFraction(kLargest, 48000, 48000, 1), 2147483.647);
+  EXPECT_DOUBLE_EQ(playedFraction(kLargestInt, 48000, 48000, 1), 2147483.647);
 }
 
 }  // namespace

@@ -4,12 +4,10 @@
 
 #include <limits>
 
+#include "extreme_numbers.h"
+
 namespace quorbel {
 namespace {
-
-constexpr std::int64_t kLargest = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t kSmallest = std::numeric_limits<std::int64_t>::min();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 TEST(Truncate, CutsTowardsZero) {
   EXPECT_EQ(truncated(2.999), 2);
@@ -25,12 +23,12 @@ TEST(Truncate, NotANumberIsZero) {
 }
 
 TEST(Truncate, NumbersBeyond64BitsGiveTheNearerLimit) {
-  EXPECT_EQ(truncated(kInfinity), kLargest);
-  EXPECT_EQ(truncated(-kInfinity), kSmallest);
-  EXPECT_EQ(truncated(9223372036854775808.0), kLargest);
+  EXPECT_EQ(truncated(kInfinity), kLargestInt64);
+  EXPECT_EQ(truncated(-kInfinity), kSmallestInt64);
+  EXPECT_EQ(truncated(9223372036854775808.0), kLargestInt64);
   EXPECT_EQ(truncated(9223372036854774784.0), 9223372036854774784);
-  EXPECT_EQ(truncated(-9223372036854775808.0), kSmallest);
-  EXPECT_EQ(truncated(-1e300), kSmallest);
+  EXPECT_EQ(truncated(-9223372036854775808.0), kSmallestInt64);
+  EXPECT_EQ(truncated(-1e300), kSmallestInt64);
 }
 
 }  // namespace

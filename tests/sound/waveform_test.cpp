@@ -4,18 +4,15 @@
 
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
+#include "extreme_numbers.h"
 #include "sound/sample_array.h"
 
 namespace quorbel {
 namespace {
 
 using Samples = std::vector<std::int16_t>;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 Waveform monoWaveform(const Samples& samples, int viewWidth) {
   return computeWaveform(samples.data(), static_cast<std::int32_t>(samples.size()), 1, viewWidth);
