@@ -52,11 +52,11 @@ TEST_P(LocaleWindow, WritesAndReadsNumbersWithPoints) {
 }
 
 TEST_P(LocaleWindow, DrawsMoreThanAThousandNodes) {
-  constexpr int kNodes = 1500;
+  constexpr int kWords = 1500;
   replaceDotByQuickOne();
-  TestWindow& w = openLattice(chain(kNodes));
+  TestWindow& w = openLattice(chain(kWords));
   EXPECT_EQ(dialogs, std::vector<std::string>());
-  ASSERT_EQ(w.m_EdgeLayouts.size(), 2u * kNodes - 1);
+  ASSERT_EQ(w.m_EdgeLayouts.size(), 2u * kWords - 1);
   EXPECT_NE(textOf("quorbel_graph.dot")
                 .find("\n1200 -> 1201 [ color=black,label = \"w1200\", "
                       "comment=\"ID = 1200\"];\n"),

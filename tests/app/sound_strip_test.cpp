@@ -136,9 +136,9 @@ TEST_F(SoundStrip, LoudestSampleSetsTheScaleAndPositiveValuesGoDown) {
 }
 
 TEST_F(SoundStrip, ShowsAsManyValuesOfAStereoSoundAsItHasFramesAChannel) {
-  constexpr std::size_t kShown = 30000;
-  Samples samples = quietSound(kShown, 9000, 30000);
-  samples.insert(samples.end(), 3 * kShown, -9000);
+  constexpr std::size_t kVisible = 30000;
+  Samples samples = quietSound(kVisible, 9000, 30000);
+  samples.insert(samples.end(), 3 * kVisible, -9000);
   openWithSound(samples, 2);
   setStripHeight(200);
   expectWaveform(samples, 2);
