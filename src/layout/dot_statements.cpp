@@ -54,9 +54,9 @@ bool hasTabBeforeBracket(std::string_view line) {
 
 /// The number in full where `dot` wrote it with an exponent.
 std::string inFull(std::string_view number) {
-  const bool hasExponent =
-      !number.empty() && number.find('e') != std::string_view::npos &&
-      (std::isdigit(static_cast<unsigned char>(number[0])) || number[0] == '-' || number[0] == '.');
+  const bool hasExponent = !number.empty() && number[0] != 'e' &&
+                           number.find('e') != std::string_view::npos &&
+                           number.find_first_not_of("0123456789+-.e") == std::string_view::npos;
   if (!hasExponent) return std::string(number);
   std::array<char, 400> text;  // the largest double has 309 digits
   const auto result = std::to_chars(text.data(), text.data() + text.size(), parseDouble(number),

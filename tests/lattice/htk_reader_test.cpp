@@ -249,6 +249,7 @@ TEST_F(HtkReader, AddsTheScoresOfTheNodeThatALinkEnters) {
                  "J=2 S=1 E=1\n"
                  "J=3 S=2 E=0 a=1\n"
                  "J=4 S=0 E=3 a=1\n"
+                 "J=5 S=3 E=1 a=1\n"
                  "I=0 z=7\n"
                  "I=1 a=10 b=20\n"
                  "I=2 c=-0 d=-0 t=1\n"),
@@ -262,7 +263,9 @@ TEST_F(HtkReader, AddsTheScoresOfTheNodeThatALinkEnters) {
             "link 1 from 0 to 2 with a=1 c=-0 d=0\n"
             "link 4 from 0 to 3 with a=1\n"
             "link 2 from 1 to 1 with a=10 b=20\n"
-            "link 3 from 2 to 0 with a=1 z=7\n");
+            "link 3 from 2 to 0 with a=1 z=7\n"
+            "link 5 from 3 to 1 with a=1\n")
+      << "links from nodes that the lattice does not have get none";
 }
 
 TEST_F(HtkReader, DividesTimesByThatOfTheLastNode) {

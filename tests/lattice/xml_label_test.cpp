@@ -109,6 +109,11 @@ TEST(XmlLabel, LooksEachFieldUpFromTheRoot) {
   EXPECT_EQ(labelByIndex("<w a='1'/>", {{0, 0}, {0, 0}, {0, 0}}), "1 / 1 / 1");
 }
 
+TEST(XmlLabel, CountsBlanksAndMarkedTextAmongTheChildren) {
+  EXPECT_EQ(labelByIndex("<w> <x a='1'/><y b='2'/></w>", {{0, 0, 1}}), "1");
+  EXPECT_EQ(labelByIndex("<w>t<![CDATA[d]]><x a='1'/></w>", {{0, 0, 2}}), "1");
+}
+
 TEST(XmlLabel, LetsTheCallerChooseTheKindOfFields) {
   Graph graph;
   graph.fieldsByName = {{{1}, "conf"}};

@@ -190,6 +190,8 @@ TEST(DotStatements, HaveTheNumbersOfPositionsInFullOnOneLineToo) {
                          "lp=\"1.5e+05,.5e+06\"];\n"),
             "0 -> 1 [label=\"1e+05\", comment=\"1e+05\", pos=\"e,100000,2 3,400000\", "
             "lp=\"150000,500000\"];\n");
+  EXPECT_EQ(statementsOf("\t0 [pos=\"2nodes,1e+05\", width=\"1\"];\n"),
+            "\t0 [pos=\"2nodes,100000\", width=\"1\"];\n");
   EXPECT_EQ(statementsOf("0 -> 1 [my_lp=\"1e+05\"];\n"), "0 -> 1 [my_lp=\"1e+05\"];\n");
   EXPECT_EQ(statementsOf("0 -> 1 [help=\"1e+05\", lp = \"1e+05\", lp=1e+05, \"1e+05\"];\n"),
             "0 -> 1 [help=\"1e+05\", lp = \"1e+05\", lp=1e+05, \"1e+05\"];\n");

@@ -256,6 +256,13 @@ TEST(LayoutReaderLine, OfAnEdgeNeedsItsValuesInTheirOrder) {
   EXPECT_EQ(read("0 -> 1 [label=\"x\", comment=\"ID = 1"), edge(1, "-1,-1", "x") + kNoPosition);
 }
 
+TEST(LayoutReaderLine, OfAnEdgeTakesEachValueBehindTheEndOfTheOneBefore) {
+  EXPECT_EQ(read("0 -> 1 [label=\"x comment=\", f=\"9\", comment=\"ID = 1\", lp=\"2,3\"];\n"),
+            edge(1, "2,3", "x comment="));
+  EXPECT_EQ(read("0 -> 1 [label=\"x\", comment=\"ID = 12 lp=\", lp=\"2,3\"];\n"),
+            edge(12, "2,3", "x"));
+}
+
 TEST(LayoutReaderLine, OfAnEdgeThatEndsAmidItsPositionIsOutOfRange) {
   const std::string start = "0 -> 1 [label=\"x\", comment=\"ID = 1\", ";
   EXPECT_EQ(read(start + "lp=\"2\"];\n"), kOutOfRange);

@@ -256,6 +256,14 @@ TEST(LayoutReader, TakesWordAndScoreOfTheFirstLinkWithTheId) {
             "word [<w text=\"first\"/>] score 1\nbox 0x0\n");
 }
 
+TEST(LayoutReader, LeavesLinksFromNodesBeyondTheLatticeOut) {
+  Graph graph = latticeOf(2);
+  link(graph, 2, 1, "beyond", 1, 7);
+  EXPECT_EQ(reading(graph, "0 -> 1 [label=\"x\", comment=\"ID = 7\", lp=\"1,2\"];\n"),
+            "edge id 7 at 1,2 size 0x0 index 0 from 0 to 1 time 0 label [x] word [] score 0\n"
+            "box 0x0\n");
+}
+
 TEST(LayoutReader, InsertsAMissingScoreOfThatLinkAlone) {
   Graph graph = latticeOf(2);
   for (const int id : {6, 7, 8}) addEdge(*graph.adjacency, 0, 1, {{"other", 5.0}}, "w", id);
