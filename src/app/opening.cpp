@@ -32,8 +32,11 @@ void MainWindow::on_open_dialog() {
   if (path) open_lattice(build_sibling_menu(*path));
 }
 
+/// The launcher names the folder of a lattice that it has put an imported copy of here.
 std::string MainWindow::folderForDialogs() const {
-  return startFolder(m_CurrentDir, Glib::get_current_dir(), Glib::get_home_dir());
+  const std::string given = Glib::getenv("QUORBEL_DIALOG_FOLDER");
+  return startFolder(m_CurrentDir, Glib::get_current_dir(),
+                     given.empty() ? Glib::get_home_dir() : given);
 }
 
 /// Remembers the folder of `path` and lists the files beside it that share its stem (sound files

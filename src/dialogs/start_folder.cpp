@@ -14,11 +14,11 @@ std::filesystem::path plain(const std::filesystem::path& path) {
 }  // namespace
 
 std::string startFolder(const std::string& latticeFolder, const std::string& workingFolder,
-                        const std::string& homeFolder) {
+                        const std::string& otherwise) {
   const std::filesystem::path given(latticeFolder);
   const std::filesystem::path working = plain(workingFolder);
   const bool isWorkFolder = given.is_absolute() && plain(given) == working;
-  if (given.empty() || isWorkFolder) return homeFolder;
+  if (given.empty() || isWorkFolder) return otherwise;
   return plain(working / given);
 }
 

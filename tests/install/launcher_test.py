@@ -68,7 +68,7 @@ class LauncherCase(unittest.TestCase):
 
     def start(self, *arguments, act="", **environment):
         def default_signals():  # whatever the caller of the tests ignores
-            for number in (signal.SIGHUP, signal.SIGINT, signal.SIGTERM):
+            for number in (signal.SIGHUP, signal.SIGINT, signal.SIGQUIT, signal.SIGTERM):
                 signal.signal(number, signal.SIG_DFL)
         process = subprocess.Popen(
             [self.launcher, *arguments], cwd=self.folder, stdin=subprocess.DEVNULL,
@@ -198,6 +198,14 @@ class ArgumentsTest(LauncherCase):
         version = re.search(r'VERSION_TEXT = "(.*)"', product)[1]
         self.assertEqual((0, version + "\n", ""), self.run_to_end("--version"))
         self.assertEqual((0, version + "\n", ""), self.run_to_end("a.lat", "--version", "b.lat"))
+        self.assertEqual([], self.taken_notes())
+
+    def test_answers_that_cannot_be_written_start_nothing(self):
+        for option in ("--help", "--version"):
+            with open("/dev/full", "wb") as full:
+                self.assertNotEqual(0, subprocess.run(
+                    [self.launcher, option], env=self.environment, stdout=full,
+                    stderr=subprocess.DEVNULL, timeout=PATIENCE_S, check=False).returncode)
         self.assertEqual([], self.taken_notes())
 
     def test_help_names_every_option(self):
@@ -358,7 +366,7 @@ class EndTest(LauncherCase):
         self.assertFalse(self.last_notes().folder.exists())
 
     def test_signals_end_viewer_and_dot(self):
-        for number in (signal.SIGHUP, signal.SIGINT, signal.SIGTERM):
+        for number in (signal.SIGHUP, signal.SIGINT, signal.SIGQUIT, signal.SIGTERM):
             with self.subTest(signal=number):
                 # as the viewer runs dot: it waits for it, and both write
                 process = self.start(act=f"touch {' '.join(WORK_FILES)}; sh -c 'echo $$ >"
@@ -373,6 +381,38 @@ class EndTest(LauncherCase):
                 self.assertFalse(is_alive(notes.process_id))
                 self.assertFalse(notes.folder.exists())
                 (self.notes / "dot").unlink()
+
+    def test_signal_ends_it_at_whatever_moment(self):
+        for milliseconds in range(0, 50, 2):
+            with self.subTest(milliseconds=milliseconds):
+                process = self.start(act="exec sleep 600")
+                time.sleep(milliseconds / 1000)
+                process.terminate()
+                output, errors = process.communicate(timeout=PATIENCE_S)
+                # the shell itself ends by the signal before it has seen to it
+                self.assertIn(process.returncode, (128 + signal.SIGTERM, -signal.SIGTERM))
+                self.assertEqual((b"", b""), (output, errors))
+        for notes in self.taken_notes():
+            self.assertFalse(is_alive(notes.process_id))
+        self.assertEqual([], list(self.runtime.glob("quorbel/*")))
+
+    def test_signals_end_the_importer_and_start_no_viewer(self):
+        importer = self.launcher.parent / "quorbel-lattice"
+        importer.write_text('#!/bin/sh\necho $$ >"$NOTES/new"; mv "$NOTES/new" "$NOTES/importer"\n'
+                            'exec sleep 600\n')
+        importer.chmod(0o755)
+        (self.folder / "talk.slf").write_text(PLAIN)
+        for number in (signal.SIGINT, signal.SIGTERM):
+            with self.subTest(signal=number):
+                process = self.start("--import", "talk.slf")
+                self.wait_for((self.notes / "importer").exists, "importer")
+                process.send_signal(number)
+                output, errors = process.communicate(timeout=PATIENCE_S)
+                self.assertEqual((128 + number, b"", b""), (process.returncode, output, errors))
+                self.assertFalse(is_alive(int((self.notes / "importer").read_text())))
+                self.assertEqual([], self.taken_notes())
+                self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
+                (self.notes / "importer").unlink()
 
     def test_viewer_that_cannot_be_started(self):
         (self.root / "usr" / "lib" / "quorbel" / "quorbel").unlink()
@@ -434,6 +474,12 @@ class ImportTest(LauncherCase):
         self.assertEqual(b"sound", (self.notes / "heard").read_bytes())
         self.assertEqual(b"sound", (self.folder / "talk.wav").read_bytes())
 
+    def test_dialogs_start_beside_the_lattice_itself(self):
+        tell = 'printf %s "${QUORBEL_DIALOG_FOLDER:-home}"'
+        self.assertEqual(f"{self.folder}/",
+                         self.run_to_end("--import", "talk.slf", act=tell)[1])
+        self.assertEqual("home", self.run_to_end("talk.slf", act=tell)[1])
+
     def test_lattice_in_the_viewers_form_is_opened_itself(self):
         self.write("talk.lat", IMPORTED.encode())
         self.assertEqual([os.fsencode(self.folder / "talk.lat")],
@@ -459,7 +505,7 @@ class ImportTest(LauncherCase):
         self.write("many.slf.gz", gzip.compress(f"N=1002 L=1001\n{nodes}{links}".encode()))
         status, _, errors = self.run_to_end("--import", "many.slf.gz")
         self.assertEqual(0, status)
-        self.assertIn("many.lat has 1001 links: dot may take minutes", errors)
+        self.assertIn("many.slf.gz has 1001 links: dot may take minutes", errors)
 
 
 if __name__ == "__main__":
