@@ -3,14 +3,14 @@
 #include <iostream>
 
 #include "app/main_window.h"
-#include "app/user_text.h"
+#include "dialogs/message_text.h"
 
 namespace quorbel {
 
 void MainWindow::show_error(Gtk::Window& parent, const std::string& message) {
   if (m_Quitting) return;  // nobody is left to answer
   Gtk::MessageDialog dialog(parent, "Error :", false, Gtk::MESSAGE_ERROR, Gtk::BUTTONS_OK, false);
-  dialog.set_secondary_text(userText(message), false);
+  setMessageText(dialog, message);
   dialog.run();
 }
 

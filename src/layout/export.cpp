@@ -3,8 +3,8 @@
 #include <optional>
 
 #include "app/main_window.h"
-#include "app/user_text.h"
 #include "dialogs/file_dialog.h"
+#include "dialogs/message_text.h"
 #include "layout/dia_writer.h"
 #include "layout/dot_writer.h"
 #include "layout/export_name.h"
@@ -19,7 +19,7 @@ bool mayWrite(Gtk::Window& parent, const std::string& name) {
   if (!Glib::file_test(name, Glib::FILE_TEST_EXISTS)) return true;
   Gtk::MessageDialog dialog(parent, "Replace the file?", false, Gtk::MESSAGE_QUESTION,
                             Gtk::BUTTONS_NONE, true);
-  dialog.set_secondary_text(userText(name + " exists already."), false);
+  setMessageText(dialog, name + " exists already.");
   dialog.add_button(Gtk::Stock::CANCEL, Gtk::RESPONSE_CANCEL);
   dialog.add_button("Replace", Gtk::RESPONSE_OK);
   return dialog.run() == Gtk::RESPONSE_OK;

@@ -77,6 +77,18 @@ TEST_F(ErrorBox, ShowsTextInOtherEncodings) {
   EXPECT_EQ(show("caf\xe9: not found").secondary, "caf\xef\xbf\xbd: not found");
 }
 
+TEST_F(ErrorBox, WrapsTheLongestPath) {
+  const std::string path(PATH_MAX, 'W');
+  int width = 0;
+  answer = [&](Gtk::Dialog& dialog) {
+    width = dialog.get_width();
+    dialog.response(Gtk::RESPONSE_OK);
+  };
+  showWindow().show_error(*window, path + ": syntax error line 1");
+  EXPECT_GT(width, 0);
+  EXPECT_LT(width, 1000);
+}
+
 TEST_F(ErrorBox, IsGoneAfterTheAnswer) {
   show("It is over");
   for (Gtk::Window* toplevel : Gtk::Window::list_toplevels())
