@@ -81,7 +81,6 @@ void MainWindow::on_scores() {
     return userText(candidate).raw() == chosen;
   });
   currentScoreName = name == names.end() ? "" : *name;
-  dialog.hide();
   renderGraph();
 }
 
