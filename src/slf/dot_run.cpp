@@ -21,33 +21,34 @@ void endDot(int) {
   if (runningDot > 0) kill(static_cast<pid_t>(runningDot), SIGTERM);
 }
 
+/// What people and terminals end programs with.
+constexpr std::array<int, 4> kEndingSignals = {SIGHUP, SIGINT, SIGQUIT, SIGTERM};
+
 /// Passes signals that end programs on to `dot` while it lives, so that its caller can clean up.
 class SignalsEndDot {
  public:
   SignalsEndDot() {
     struct sigaction action = {};
     action.sa_handler = endDot;
-    sigaction(SIGINT, &action, &m_Interrupt);
-    sigaction(SIGTERM, &action, &m_Terminate);
+    for (std::size_t i = 0; i < kEndingSignals.size(); ++i)
+      sigaction(kEndingSignals[i], &action, &m_Before[i]);
   }
   ~SignalsEndDot() {
     runningDot = 0;
-    sigaction(SIGINT, &m_Interrupt, nullptr);
-    sigaction(SIGTERM, &m_Terminate, nullptr);
+    for (std::size_t i = 0; i < kEndingSignals.size(); ++i)
+      sigaction(kEndingSignals[i], &m_Before[i], nullptr);
   }
   SignalsEndDot(const SignalsEndDot&) = delete;
   SignalsEndDot& operator=(const SignalsEndDot&) = delete;
 
  private:
-  struct sigaction m_Interrupt = {};
-  struct sigaction m_Terminate = {};
+  std::array<struct sigaction, kEndingSignals.size()> m_Before = {};
 };
 
 /// What the process that was to become `dot` does.
 [[noreturn]] void becomeDot(const std::string& format, const std::string& output,
                             const std::string& description, const std::string& logFile) {
-  signal(SIGINT, SIG_DFL);
-  signal(SIGTERM, SIG_DFL);
+  for (const int number : kEndingSignals) signal(number, SIG_DFL);
   const int log = open(logFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
   if (log >= 0) dup2(log, STDERR_FILENO);
   const std::string formatOption = "-T" + format;

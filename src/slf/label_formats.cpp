@@ -32,6 +32,13 @@ std::string fixed(double number, int digits) {
 
 bool isBreak(char c) { return static_cast<unsigned char>(c) <= ' ' || c == '\x7f'; }
 
+/// The text on one line.
+std::string onOneLine(std::string text) {
+  const auto isControl = [](char c) { return c != ' ' && isBreak(c); };
+  std::replace_if(text.begin(), text.end(), isControl, '_');
+  return text;
+}
+
 /// The text in one column: what would end it becomes "_".
 std::string inOneColumn(std::string text) {
   std::replace_if(text.begin(), text.end(), isBreak, '_');
@@ -68,7 +75,7 @@ std::string pathsAsText(const WordLattice& lattice, const std::vector<LatticePat
   for (std::size_t rank = 0; rank < paths.size(); ++rank) {
     const LatticePath& path = paths[rank];
     text += "path " + std::to_string(rank + 1) + ": " + scoreName + "=" +
-            exactNumber(rounded(path.score)) + ": " + wordsOf(lattice, path) + "\n";
+            exactNumber(rounded(path.score)) + ": " + onOneLine(wordsOf(lattice, path)) + "\n";
     for (const std::size_t index : path.links) {
       const WordLink& link = lattice.links[index];
       text += "  " + exactNumber(startOf(lattice, link)) + "\t" +

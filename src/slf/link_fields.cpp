@@ -1,6 +1,7 @@
 #include "slf/link_fields.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 
 #include "slf/decimal.h"
@@ -13,7 +14,9 @@ namespace {
 double logOfBase(double base) { return base == 0.0 || base == 1.0 ? 1.0 : std::log(base); }
 
 bool isMinusInfinity(std::string_view text) {
-  return text == "-inf" || text == "-Inf" || text == "-INF" || text == "-infinity";
+  std::string lower(text);
+  for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return lower == "-inf" || lower == "-infinity";
 }
 
 std::string decoded(const SlfField& field) { return inUtf8(withoutEscapes(field.value)); }

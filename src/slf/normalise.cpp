@@ -87,6 +87,7 @@ std::string Normalising::makeLinks() {
   m_Lattice.links.reserve(m_File.links.size() + 2);
   m_IsEntered.assign(m_File.nodes.size(), false);
   m_IsLeft.assign(m_File.nodes.size(), false);
+  int highestIdLine = 0;
   for (const SlfRecord& record : m_File.links) {
     WordLink& link = m_Lattice.links.emplace_back();
     link.id = record.id;
@@ -96,12 +97,14 @@ std::string Normalising::makeLinks() {
     m_IsEntered[slot(record.end)] = true;
     std::string error = m_LinkFields.fill(link, &record, m_File.nodes[slot(record.end)]);
     if (!error.empty()) return error;
+    if (record.id >= m_NextId) highestIdLine = record.line;
     m_NextId = std::max(m_NextId, record.id);
   }
   if (!m_Lattice.links.empty()) {
     const int mostJoined = 2 * static_cast<int>(m_File.nodes.size());
     if (m_NextId > std::numeric_limits<int>::max() - mostJoined)
-      return "line 1: link ids go up to " + std::to_string(m_NextId) + ", which is too high";
+      return "line " + std::to_string(highestIdLine) + ": the link id " + std::to_string(m_NextId) +
+             " is too high";
     ++m_NextId;
   }
   return "";

@@ -41,6 +41,7 @@ class SlfReading {
   enum class Record { Header, Node, Link };
 
   std::string readLine(std::string_view text);
+  std::string takeIndex(std::string_view text);
   std::string take(SlfToken& token);
   std::string takeHeader(const SlfToken& token);
   std::string takeInteger(const SlfToken& token, int& number) const;
@@ -84,8 +85,8 @@ std::string SlfReading::readLine(std::string_view text) {
   m_Text = nullptr;
   SlfLine line(text);
   SlfToken token;
-  std::string error;
-  while (line.next(token, error)) {
+  std::string error = takeIndex(text);
+  while (error.empty() && line.next(token, error)) {
     if (m_Ended) return "the lattice ended before; only files with one lattice can be read";
     error = take(token);
     if (!error.empty() || m_Ended) break;
@@ -93,6 +94,19 @@ std::string SlfReading::readLine(std::string_view text) {
   if (!error.empty()) return error;
   if (text.find('\0') != std::string_view::npos) return "a zero byte; only text can be read";
   return endRecord();
+}
+
+/// What makes a line a node or a link may stand behind other fields of theirs.
+std::string SlfReading::takeIndex(std::string_view text) {
+  SlfLine line(text);
+  SlfToken token;
+  std::string laterError;
+  bool isFirst = true;
+  for (; line.next(token, laterError); isFirst = false) {
+    if (isNodeCountKey(token.key) || isLinkCountKey(token.key)) return "";  // the header's
+    if (token.key == "I" || token.key == "J") return isFirst ? "" : take(token);
+  }
+  return "";
 }
 
 std::string SlfReading::take(SlfToken& token) {

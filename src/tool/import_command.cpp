@@ -1,7 +1,9 @@
 // quorbel-lattice import: a file as a recogniser wrote it becomes one that the viewer opens.
 
+#include <algorithm>
 #include <memory>
 
+#include "lattice/htk_reader.h"
 #include "slf/dialect_writer.h"
 #include "slf/lattice_summary.h"
 #include "slf/normalise.h"
@@ -16,12 +18,26 @@ struct ImportArguments {
   bool unlessDialect = false;
 };
 
+/// Whether the viewer reads the file as it is, with all links that `lattice` has of it.
+bool isReadByViewer(const std::string& path, const WordLattice& lattice) {
+  Graph graph;
+  if (!lattice.isDialect || !readHtkLattice(graph, path).empty()) return false;
+  std::size_t linksSeen = 0;
+  for (const std::vector<Edge>& edges : graph.adjacency->outgoing) linksSeen += edges.size();
+  const auto isOfTheFile = [&](const WordLink& link) {  // and not one that joins ends
+    return lattice.nodes[slot(link.start)].fileIndex >= 0 &&
+           lattice.nodes[slot(link.end)].fileIndex >= 0;
+  };
+  return linksSeen == static_cast<std::size_t>(
+                          std::count_if(lattice.links.begin(), lattice.links.end(), isOfTheFile));
+}
+
 CommandResult runImport(const ImportArguments& arguments, Progress& progress) {
   if (std::string error = checkOutput(arguments.in, arguments.out); !error.empty()) return error;
   progress.begin("reading " + arguments.in);
   WordLattice lattice;
   if (std::string error = readWordLattice(arguments.in, lattice); !error.empty()) return error;
-  if (arguments.unlessDialect && lattice.isDialect) return "";
+  if (arguments.unlessDialect && isReadByViewer(arguments.in, lattice)) return "";
   progress.begin("writing " + arguments.out);
   if (std::string error = writeDialectFile(lattice, arguments.out); !error.empty()) return error;
   progress.begin("searching the best path");

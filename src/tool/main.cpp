@@ -3,6 +3,8 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -16,7 +18,12 @@
 
 namespace quorbel {
 
-void say(const std::string& line) { std::cerr << "quorbel-lattice: " + line + "\n" << std::flush; }
+void say(const std::string& line) {
+  std::string shown = "quorbel-lattice: " + line;
+  const auto isControl = [](unsigned char c) { return std::iscntrl(c) != 0; };
+  std::replace_if(shown.begin(), shown.end(), isControl, '?');  // names may have line ends
+  std::cerr << shown + "\n" << std::flush;
+}
 
 std::string checkOutput(const std::string& in, const std::string& out) {
   std::error_code ignored;

@@ -1,5 +1,6 @@
 // quorbel-lattice prune: a smaller lattice that keeps what is likely.
 
+#include <cmath>
 #include <memory>
 #include <optional>
 
@@ -20,6 +21,7 @@ struct PruneArguments {
 
 CommandResult runPrune(const PruneArguments& arguments, Progress& progress) {
   if (std::string error = checkOutput(arguments.in, arguments.out); !error.empty()) return error;
+  if (arguments.beam && std::isnan(*arguments.beam)) return "--beam: nan is no distance";
   progress.begin("reading " + arguments.in);
   WordLattice lattice;
   if (std::string error = readWordLattice(arguments.in, lattice); !error.empty()) return error;

@@ -76,6 +76,23 @@ INSTANTIATE_TEST_SUITE_P(All, Forms, ::testing::ValuesIn(formNames()), [](const 
   return name;
 });
 
+TEST(Fields, MayStandInFrontOfTheIndexThatTheyBelongTo) {
+  const std::string usual = importOf(
+      "N=2 L=2\nI=0 t=0\nI=1 t=2\n"
+      "J=0 S=0 E=1 W=yes a=-1\nJ=1 S=0 E=1 W=no a=-2\n");
+  EXPECT_EQ(importOf("N=2 L=2 I=0 t=0\nt=2 I=1\n"
+                     "S=0 E=1 W=yes J=0 a=-1\nW=no a=-2 E=1 S=0 J=1\n"),
+            usual);
+  EXPECT_NE(usual.find("J=1 S=0 E=1 W=<w in='no'/>"), std::string::npos) << usual;
+}
+
+TEST(Scores, OfMinusInfinityAreLogsOfZeroHoweverTheyAreWritten) {
+  for (const char* score : {"-inf", "-Inf", "-INF", "-Infinity", "-infinity"})
+    EXPECT_EQ(importOf(std::string("N=2 L=1\nI=0\nI=1\nJ=0 S=0 E=1 W=a a=") + score + "\n"),
+              importOf("N=2 L=1\nI=0\nI=1\nJ=0 S=0 E=1 W=a a=-1000000\n"))
+        << score;
+}
+
 TEST(Words, AreReadFromTheFormsAsTheyAreMeant) {
   WordLattice lattice;
   readText(formText("quoted-values.slf"), lattice);

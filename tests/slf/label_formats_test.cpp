@@ -51,12 +51,15 @@ TEST_F(LabelFormats, HtkLabelsHaveUnitsOf100NanosecondsAndAlternatives) {
             "4500000 12500000 \"\\\"quoted\\\"\" -1.25\n");
 }
 
-TEST_F(LabelFormats, ControlCharactersNeverEndAColumn) {
+TEST_F(LabelFormats, ControlCharactersNeverEndAColumnOrALine) {
   WordLattice lattice;
   readText("N=2 L=1\nI=0 t=0\nI=1 t=1\nJ=0 S=0 E=1 W=a\\012b\\134 a=-1\n", lattice);
   const std::vector<double> scores = {-1.0};
   LatticePath path;
   path.links = {0};
+  path.score = -1;
+  EXPECT_EQ(pathsAsText(lattice, {path}, scores, "a"),
+            "path 1: a=-1: a_b\\\n  0\t1\ta_b\\\t-1\tJ=0\n");
   EXPECT_EQ(pathAsCtm(lattice, path, "u"), "u 1 0.000 1.000 a_b\\ 1.0000\n");
   EXPECT_EQ(pathsAsHtkLabels(lattice, {path}, scores), "0 10000000 \"a\\012b\\\\\" -1\n");
 }

@@ -41,6 +41,8 @@ class HelpTest(ToolTest):
                 (("prune", "talk.slf", "out.lat", "--links", "3", "--beam", "2"),
                  "Exactly 1 option from [--links,--beam] is required"),
                 (("prune", "talk.slf", "out.lat", "--links", "0"), "--links: Value 0 not in range"),
+                (("prune", "talk.slf", "out.lat", "--beam", "nan"), "--beam: nan is no distance"),
+                (("info", "no\nfile"), "no?file: No such file or directory"),
                 (("prune", "talk.slf", "out.lat", "--beam", "-1"), "--beam: Value -1 not in range")):
             with self.subTest(arguments=arguments):
                 self.assertIn(reason, self.fails(*arguments))
@@ -59,6 +61,17 @@ class ImportTest(ToolTest):
         self.assertEqual(IMPORTED, self.read("talk.lat"))
         self.assertEqual("", self.succeeds("import", "--unless-dialect", "talk.lat", "copy.lat"))
         self.assertEqual(["talk.lat", "talk.slf", "tmp"], self.files())
+
+    def test_imports_the_dialect_where_the_viewer_would_not_read_it_whole(self):
+        self.succeeds("import", "talk.slf", "talk.lat")
+        plain = self.read("talk.lat")
+        for name, content in (("compressed.lat", gzip.compress(plain.encode())),
+                              ("no_end.lat", plain[:-1].encode()),
+                              ("blank.lat", ("lmname=my lm\n" + plain).encode())):
+            self.write(name, content)
+            self.succeeds("import", "--unless-dialect", name, "copy.lat")
+            self.assertEqual(IMPORTED, self.read("copy.lat"), name)
+            (self.folder / "copy.lat").unlink()
 
     def test_reads_compressed_files(self):
         self.write("talk.slf.gz", gzip.compress((self.folder / "talk.slf").read_bytes()))

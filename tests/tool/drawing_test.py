@@ -123,7 +123,7 @@ class DrawingTest(ToolTest):
                          (result.stderr, result.returncode))
 
     def test_ends_dot_and_cleans_up_when_it_is_told_to_end(self):
-        for number in (signal.SIGTERM, signal.SIGINT):
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGQUIT):
             self.stand_in(f"#!/bin/sh\necho $$ >{self.folder}/started.new\n"
                           f"mv {self.folder}/started.new {self.folder}/started\nexec sleep 60\n")
             process = subprocess.Popen([PROGRAM, "draw", "talk.slf", "out.png"], cwd=self.folder,
