@@ -177,7 +177,8 @@ TEST_F(Actions, AreReachedByTheirKeys) {
   w.show();
   ASSERT_TRUE(waitFor([&] { return w.property_is_active().get_value(); }));
   for (const auto& [key, operation] :
-       {std::pair(GDK_KEY_w, "on_close"), std::pair(GDK_KEY_q, "on_quit")}) {
+       {std::pair(GDK_KEY_o, "on_open_dialog"), std::pair(GDK_KEY_w, "on_close"),
+        std::pair(GDK_KEY_q, "on_quit")}) {
     w.takeCalls();
     pressKey(GDK_KEY_Control_L);
     pressKey(key);

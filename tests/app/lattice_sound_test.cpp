@@ -71,7 +71,13 @@ TEST_F(LatticeSound, MayBeAbsent) {
 
 TEST_F(LatticeSound, ThatCannotBeDecodedIsSaidAndTheLatticeStays) {
   folder.write("utt.wav", "no sound");
+  std::string titleUnderTheBox;
+  answer = [&](Gtk::Dialog& dialog) {
+    titleUnderTheBox = window->get_title();
+    dialog.response(Gtk::RESPONSE_OK);
+  };
   const TestWindow& w = openLattice(kTwoWords, "utt.lat");
+  EXPECT_EQ(titleUnderTheBox, "Quorbel - " + pathOf("utt.lat"));
   EXPECT_EQ(dialogs, Texts{"Unable to load " + pathOf("utt.wav")});
   EXPECT_FALSE(w.m_SoundLoaded);
   EXPECT_TRUE(w.m_FileOpened);

@@ -161,9 +161,11 @@ TEST_F(SiblingMenu, NameOfThreeCharactersIsInRange) {
 }
 
 TEST_F(SiblingMenu, FolderThatCannotBeListedIsTheToolkitsError) {
-  TestWindow& w = showWindow();
+  TestWindow& w = openLattice(kTwoWords, "a.lat");
+  ASSERT_FALSE(w.m_SiblingMenu.items().empty());
   EXPECT_THROW(w.build_sibling_menu(pathOf("gone/a.lat")), Glib::FileError);
   EXPECT_EQ(w.m_CurrentDir, pathOf("gone"));
+  EXPECT_TRUE(w.m_SiblingMenu.items().empty());
 }
 
 TEST_F(SiblingMenu, FailureAtStartUpIsSaid) {

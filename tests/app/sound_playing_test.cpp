@@ -5,6 +5,7 @@
 
 #include "app/colours.h"
 #include "app/sound_window_fixture.h"
+#include "sound/play_clock.h"
 
 namespace quorbel {
 namespace {
@@ -108,6 +109,19 @@ TEST_F(SoundPlaying, PlayPlaysAllForAnEdgeWithoutDuration) {
   activate("SoundMenuPlay");
   EXPECT_EQ(w.m_Audio.segmentStart(), 0);
   EXPECT_EQ(w.m_Audio.segmentEnd(), w.m_Audio.frames());
+}
+
+TEST_F(SoundPlaying, StartsAtTheWallClock) {
+  TestWindow& w = openWithSound(silence(kLongMs));
+  const auto now = [] {
+    const std::int64_t microseconds = g_get_real_time();
+    return wallClockMs(microseconds / 1000000, microseconds % 1000000);
+  };
+  const std::int32_t before = now();
+  activate("SoundMenuPlay");
+  EXPECT_GE(elapsedMs(w.m_PlayStartMs, before), 0);
+  EXPECT_GE(elapsedMs(now(), w.m_PlayStartMs), 0);
+  EXPECT_LT(elapsedMs(now(), before), kLongMs);
 }
 
 TEST_F(SoundPlaying, PlayWhilePlayingDoesNothing) {

@@ -82,10 +82,28 @@ TEST_F(SoundRangeTest, PressAndReleaseAreTakenWhereTheyAre) {
   EXPECT_EQ(w.m_DragCurrentX, 77);
   event->type = GDK_BUTTON_RELEASE;
   event->button.x = -0.9;  // towards zero
-  w.m_SoundArea.event(event);
+  EXPECT_TRUE(w.m_SoundArea.event(event));
   EXPECT_EQ(w.m_DragCurrentX, 0);
   EXPECT_EQ(w.m_RangeStart, 0.0);
   EXPECT_EQ(w.m_RangeEnd, 77.0 / stripWidth());
+
+  event->button.x = 100;  // another release than that of a drag sets the range as well
+  EXPECT_TRUE(w.m_SoundArea.event(event));
+  EXPECT_EQ(w.m_RangeStart, 77.0 / stripWidth());
+  EXPECT_EQ(w.m_RangeEnd, 100.0 / stripWidth());
+  event->type = GDK_2BUTTON_PRESS;  // a press like any other
+  event->button.x = 50;
+  EXPECT_TRUE(w.m_SoundArea.event(event));
+  EXPECT_TRUE(w.m_Dragging);
+  EXPECT_EQ(w.m_DragStartX, 50);
+  gdk_event_free(event);
+}
+
+TEST_F(SoundRangeTest, MotionIsHandled) {
+  TestWindow& w = openSilent();
+  GdkEvent* const event = gdk_event_new(GDK_MOTION_NOTIFY);
+  event->motion.window = GDK_WINDOW(g_object_ref(w.m_SoundArea.get_window()->gobj()));
+  EXPECT_TRUE(w.m_SoundArea.event(event));
   gdk_event_free(event);
 }
 
@@ -208,6 +226,16 @@ TEST_F(SoundRangeTest, ReleaseSelectsTheEdgesInside) {
   EXPECT_EQ(selectedIds(), (Ids{0, 1}));
   EXPECT_GT(canvasPaints.take(), 0);
   EXPECT_FALSE(w.m_refTreeStore);
+}
+
+TEST_F(SoundRangeTest, ReleaseEmptiesASelectionMadeDuringTheDrag) {
+  TestWindow& w = openSilent();
+  movePointer(w.m_SoundArea, 0, 20);
+  pressButton();
+  w.m_SelectedEdges.assign(1, edgeOf(w, 3));
+  movePointer(w.m_SoundArea, stripWidth() / 2 + 5, 20);
+  releaseButton();
+  EXPECT_EQ(selectedIds(), (Ids{0, 1}));
 }
 
 TEST_F(SoundRangeTest, DragToTheLeftSelectsTheSame) {

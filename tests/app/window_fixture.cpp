@@ -72,8 +72,16 @@ WindowTest::~WindowTest() {
   m_LastResort.disconnect();
   window.reset();
   m_Answering.disconnect();
+  for (GtkWidget* widget : m_Answered)  // a dialog for files is deleted later
+    g_object_weak_unref(G_OBJECT(widget), forget, &m_Answered);
   noteWarningsIn(nullptr);
   EXPECT_EQ(warnings, std::vector<std::string>());
+}
+
+void WindowTest::forget(gpointer answered, GObject* gone) {
+  auto& widgets = *static_cast<std::vector<GtkWidget*>*>(answered);
+  widgets.erase(std::remove(widgets.begin(), widgets.end(), reinterpret_cast<GtkWidget*>(gone)),
+                widgets.end());
 }
 
 bool WindowTest::answerDialogs() {
@@ -83,15 +91,7 @@ bool WindowTest::answerDialogs() {
     GtkWidget* const widget = GTK_WIDGET(dialog->gobj());
     if (std::find(m_Answered.begin(), m_Answered.end(), widget) != m_Answered.end()) continue;
     m_Answered.push_back(widget);
-    g_object_weak_ref(
-        G_OBJECT(widget),
-        [](gpointer list, GObject* gone) {
-          auto& answered = *static_cast<std::vector<GtkWidget*>*>(list);
-          answered.erase(
-              std::remove(answered.begin(), answered.end(), reinterpret_cast<GtkWidget*>(gone)),
-              answered.end());
-        },
-        &m_Answered);
+    g_object_weak_ref(G_OBJECT(widget), forget, &m_Answered);
     dialogs.push_back(dialogText(*dialog));
     answer(*dialog);
     break;  // the list of windows may have changed

@@ -197,6 +197,14 @@ INSTANTIATE_TEST_SUITE_P(Sounds, AudioIOPeak,
                                          PeakCase{{7, -100, 3}, 7}, PeakCase{{3, -100, 7}, 7},
                                          PeakCase{{1, 32767, -32768}, 32767}, PeakCase{{}, 0}));
 
+TEST(AudioIOLoad, ThePeakIsThatOfBothChannelsToTheEnd) {
+  const TemporaryFolder folder;
+  writeWav(pathIn(folder, "talk.wav"), 16000, 2, {1, 2, 3, 4, 5, 9});
+  AudioIO audio;
+  ASSERT_TRUE(audio.load(pathIn(folder, "talk.wav")));
+  EXPECT_EQ(audio.peak(), 9);
+}
+
 TEST(AudioIOLoad, ThePeakIsThatOfTheNewSound) {
   const TemporaryFolder folder;
   writeWav(pathIn(folder, "loud.wav"), 16000, 1, {20000, 0});
