@@ -169,7 +169,7 @@ class FolderTest(SurroundingsTest):
         self.assertTrue((self.folder / "quorbel_graph.dot").stat().st_size <= size)
         viewer.wait_for("the old picture", drawing.is_shown)
         resource.prlimit(viewer.process.pid, resource.RLIMIT_FSIZE, (most, most))
-        viewer.press("Shortest path")
+        self.draws(viewer, lambda: viewer.press("Shortest path"), SMALL_DESCRIPTION)
         self.redraws(viewer)
         self.leave(viewer)
 
