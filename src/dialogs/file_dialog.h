@@ -19,7 +19,8 @@ struct DeleteAfterItsIcons {
 /// A dialog that asks for a file. Gone from the screen when its owner is gone.
 using FileDialog = std::unique_ptr<Gtk::FileChooserDialog, DeleteAfterItsIcons>;
 
-/// A dialog with a Cancel button over `parent`, which shows `folder` (a full path) first.
+/// A dialog over `parent` with a Cancel button, to be run by the caller, who owns it. It shows
+/// `folder`, a full path, first.
 FileDialog makeFileDialog(Gtk::Window& parent, const Glib::ustring& title,
                           Gtk::FileChooserAction action, const std::string& folder);
 

@@ -1,5 +1,7 @@
 #include <gtk/gtk.h>
 
+#include <climits>
+
 #include "app/window_fixture.h"
 
 namespace quorbel {
