@@ -396,6 +396,22 @@ class EndTest(LauncherCase):
             self.assertFalse(is_alive(notes.process_id))
         self.assertEqual([], list(self.runtime.glob("quorbel/*")))
 
+    def test_signal_before_the_process_is_known_ends_it(self):
+        (self.folder / "talk.slf").write_text(PLAIN)
+        importer = self.launcher.parent / "quorbel-lattice"
+        importer.write_text('#!/bin/sh\ntouch "$NOTES/importer"\nexec sleep 600\n')
+        importer.chmod(0o755)
+        self.launcher.write_text(re.sub(r'(?m)^( *setsid .* &)$', r"\1 kill -s TERM $$",
+                                        self.launcher.read_text()))
+        self.assertEqual(1, self.launcher.read_text().count("kill -s TERM $$\n"))
+        for arguments in ((), ("--import", "talk.slf")):
+            with self.subTest(arguments=arguments):
+                self.assertEqual((128 + signal.SIGTERM, "", ""),
+                                 self.run_to_end(*arguments, act="exec sleep 600"))
+                self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
+        for notes in self.taken_notes():
+            self.assertFalse(is_alive(notes.process_id))
+
     def test_signals_end_the_importer_and_start_no_viewer(self):
         importer = self.launcher.parent / "quorbel-lattice"
         importer.write_text('#!/bin/sh\necho $$ >"$NOTES/new"; mv "$NOTES/new" "$NOTES/importer"\n'
