@@ -2,7 +2,7 @@
 # beside it; nothing here runs by itself.
 
 build_packages=(g++ make cmake pkg-config libgtkmm-2.4-dev libxml2-dev libsndfile1-dev libopenal-dev
-  libfst-dev libcli11-dev zlib1g-dev)
+  libboost-dev libfst-dev libcli11-dev zlib1g-dev)
 run_packages=(graphviz fonts-dejavu-core)
 display_packages=(xvfb openbox x11-utils xdotool wmctrl imagemagick)
 test_packages=(libgtest-dev libxtst-dev libpng-dev dbus dbus-daemon libatk-adaptor libgail-common at-spi2-core

@@ -3,7 +3,7 @@
 // The lattice in memory, and the display switches that decide how it is drawn.
 // Reading it from a file is in htk_reader.h, searching it in shortest_path.h.
 
-#include <map>
+#include <boost/container/flat_map.hpp>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,8 +12,9 @@
 
 namespace quorbel {
 
-/// Scores by the names that the lattice file uses, in byte order of the names.
-using ScoreMap = std::map<std::string, double>;
+/// Scores by the names that the lattice file uses, in byte order of the names. A link has few, and a
+/// search looks at those of every link: they lie side by side.
+using ScoreMap = boost::container::flat_map<std::string, double>;
 
 /// A point in time of the utterance (a line with "I=" in an HTK lattice).
 struct Node {
