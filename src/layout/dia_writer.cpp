@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include "layout/dia_xml.h"
+#include "layout/partial_file.h"
 
 namespace quorbel {
 namespace {
@@ -239,13 +239,6 @@ void DiagramWriter::addText(const std::string& text, Justification justification
   m_Xml.endObject();
 }
 
-/// Removes what is left of a file that could not be written, but no device or pipe.
-void removeFile(const std::string& name) {
-  std::error_code ignored;  // there is nothing more to be done
-  const std::filesystem::path target = std::filesystem::canonical(name, ignored);
-  if (std::filesystem::is_regular_file(target, ignored)) std::filesystem::remove(target, ignored);
-}
-
 }  // namespace
 
 std::string diaDiagram(const DotDrawing& drawing) { return DiagramWriter(drawing).write(); }
@@ -264,7 +257,7 @@ bool writeDiaDiagram(const std::string& layoutFile, const std::string& diagramFi
   stream << diagram;
   stream.close();
   if (stream) return true;
-  removeFile(diagramFile);
+  removePartialFile(diagramFile);
   return false;
 }
 

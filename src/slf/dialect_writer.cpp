@@ -6,11 +6,11 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <numeric>
 #include <string_view>
 
 #include "lattice/htk_reader.h"
+#include "layout/partial_file.h"
 #include "slf/decimal.h"
 #include "slf/word_text.h"
 
@@ -172,8 +172,7 @@ std::string writeWholeFile(const std::string& path, const std::string& text) {
   const bool isClosed = std::fclose(file) == 0;
   if (isWritten && isClosed) return "";
   if (isWritten) reason = errno;
-  std::error_code ignored;
-  if (std::filesystem::is_regular_file(path, ignored)) std::filesystem::remove(path, ignored);
+  removePartialFile(path);
   return path + ": " + std::strerror(reason);
 }
 

@@ -16,44 +16,62 @@ namespace {
 constexpr int kNotFound = 127;  ///< a shell's exit status for a program that is not there
 
 volatile sig_atomic_t runningDot = 0;
+volatile sig_atomic_t caughtSignal = 0;
 
-void endDot(int) {
+void endDot(int number) {
+  caughtSignal = number;
   if (runningDot > 0) kill(static_cast<pid_t>(runningDot), SIGTERM);
 }
 
-/// What people and terminals end programs with.
-constexpr std::array<int, 4> kEndingSignals = {SIGHUP, SIGINT, SIGQUIT, SIGTERM};
-
-/// Passes signals that end programs on to `dot` while it lives, so that its caller can clean up.
-class SignalsEndDot {
+/// Keeps the signals waiting while it lives.
+class SignalsWait {
  public:
-  SignalsEndDot() {
-    struct sigaction action = {};
-    action.sa_handler = endDot;
-    for (std::size_t i = 0; i < kEndingSignals.size(); ++i)
-      sigaction(kEndingSignals[i], &action, &m_Before[i]);
+  SignalsWait() {
+    sigset_t waiting;
+    sigemptyset(&waiting);
+    for (const int number : SignalsEndDot::kSignals) sigaddset(&waiting, number);
+    sigprocmask(SIG_BLOCK, &waiting, &m_Before);
   }
-  ~SignalsEndDot() {
-    runningDot = 0;
-    for (std::size_t i = 0; i < kEndingSignals.size(); ++i)
-      sigaction(kEndingSignals[i], &m_Before[i], nullptr);
-  }
-  SignalsEndDot(const SignalsEndDot&) = delete;
-  SignalsEndDot& operator=(const SignalsEndDot&) = delete;
+  ~SignalsWait() { letThrough(); }
+  SignalsWait(const SignalsWait&) = delete;
+  SignalsWait& operator=(const SignalsWait&) = delete;
+
+  void letThrough() const { sigprocmask(SIG_SETMASK, &m_Before, nullptr); }
 
  private:
-  std::array<struct sigaction, kEndingSignals.size()> m_Before = {};
+  sigset_t m_Before;
 };
 
-/// What the process that was to become `dot` does.
-[[noreturn]] void becomeDot(const std::string& format, const std::string& output,
-                            const std::string& description, const std::string& logFile) {
-  for (const int number : kEndingSignals) signal(number, SIG_DFL);
-  const int log = open(logFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-  if (log >= 0) dup2(log, STDERR_FILENO);
-  const std::string formatOption = "-T" + format;
-  execlp("dot", "dot", formatOption.c_str(), "-o", output.c_str(), description.c_str(), nullptr);
-  _exit(kNotFound);
+/// In the process that is to become `dot`, signals act as they do on any program.
+void resetSignals() {
+  for (const int number : SignalsEndDot::kSignals) {
+    struct sigaction action = {};
+    sigaction(number, nullptr, &action);
+    if (action.sa_handler == endDot) signal(number, SIG_DFL);
+  }
+}
+
+/// Starts `arguments[0]` with standard error going to `logFile`. Returns its process, 0 when a
+/// signal came before, or -1 with errno set.
+pid_t start(const char* const* arguments, const char* logFile) {
+  if (caughtSignal != 0) return 0;
+  const SignalsWait signalsWait;  // the new process would take them with this one's handler
+  const pid_t process = fork();
+  if (process == 0) {
+    resetSignals();
+    signalsWait.letThrough();
+    const int log = open(logFile, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    if (log >= 0) dup2(log, STDERR_FILENO);
+    execvp(arguments[0], const_cast<char* const*>(arguments));  // which changes none of them
+    _exit(kNotFound);
+  }
+  runningDot = process;
+  if (caughtSignal != 0) endDot(caughtSignal);  // it came before the process was known
+  return process;
+}
+
+std::string endedBy(int signalNumber) {
+  return std::string("dot was ended by a signal (") + strsignal(signalNumber) + ")";
 }
 
 std::string firstLineOf(const std::string& file) {
@@ -66,18 +84,33 @@ std::string firstLineOf(const std::string& file) {
 
 }  // namespace
 
-std::string runDot(const std::string& format, const std::string& output,
+SignalsEndDot::SignalsEndDot() {
+  caughtSignal = 0;
+  struct sigaction action = {};
+  action.sa_handler = endDot;
+  for (std::size_t i = 0; i < kSignals.size(); ++i) {
+    sigaction(kSignals[i], nullptr, &m_Before[i]);
+    if (m_Before[i].sa_handler != SIG_IGN) sigaction(kSignals[i], &action, nullptr);
+  }
+}
+
+SignalsEndDot::~SignalsEndDot() {
+  for (std::size_t i = 0; i < kSignals.size(); ++i) sigaction(kSignals[i], &m_Before[i], nullptr);
+}
+
+std::string runDot(const SignalsEndDot&, const std::string& format, const std::string& output,
                    const std::string& description, const std::string& logFile) {
-  const SignalsEndDot signals;
-  const pid_t process = fork();
+  const std::string formatOption = "-T" + format;
+  const std::array<const char*, 6> arguments = {"dot",          formatOption.c_str(), "-o",
+                                                output.c_str(), description.c_str(),  nullptr};
+  const pid_t process = start(arguments.data(), logFile.c_str());
+  if (process == 0) return endedBy(caughtSignal);
   if (process < 0) return std::string("dot could not be started: ") + std::strerror(errno);
-  if (process == 0) becomeDot(format, output, description, logFile);
-  runningDot = process;
   int status = 0;
   while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
   }
-  if (WIFSIGNALED(status))
-    return std::string("dot was ended by a signal (") + strsignal(WTERMSIG(status)) + ")";
+  runningDot = 0;
+  if (WIFSIGNALED(status)) return endedBy(WTERMSIG(status));
   if (WEXITSTATUS(status) == kNotFound)
     return "the program \"dot\" was not found; it belongs to Graphviz, install the package "
            "\"graphviz\"";

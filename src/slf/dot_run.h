@@ -2,17 +2,37 @@
 
 // A run of Graphviz's `dot`, with what came of it.
 
+#include <array>
+#include <csignal>
 #include <string>
 
 namespace quorbel {
 
+/// While it lives, the signals that people, terminals and closed pipes end programs with (SIGHUP,
+/// SIGINT, SIGQUIT, SIGTERM, SIGPIPE) end a running `dot` instead of this program, which so can
+/// tidy up; a call of the system that waits is broken off. A signal that the program was started to
+/// ignore, as by nohup, stays ignored. There may be one object at a time.
+class SignalsEndDot {
+ public:
+  SignalsEndDot();
+  ~SignalsEndDot();
+  SignalsEndDot(const SignalsEndDot&) = delete;
+  SignalsEndDot& operator=(const SignalsEndDot&) = delete;
+
+  static constexpr std::array<int, 5> kSignals = {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGPIPE};
+
+ private:
+  std::array<struct sigaction, kSignals.size()> m_Before = {};
+};
+
 /// Runs "dot -TFORMAT -o OUTPUT DESCRIPTION" and waits for its end. What `dot` says on standard
-/// error goes to the file `logFile`. An interrupt or a request to end (SIGINT, SIGTERM) that comes
-/// meanwhile ends `dot`.
+/// error goes to the file `logFile`. It is not started when a signal came since the SignalsEndDot
+/// that the caller holds was made.
 ///
 /// Returns "" when `dot` succeeded, else one line that says what happened: that it is not
-/// installed, or the first line of what it said.
-std::string runDot(const std::string& format, const std::string& output,
-                   const std::string& description, const std::string& logFile);
+/// installed, that a signal ended it, or the first line of what it said.
+std::string runDot(const SignalsEndDot& signals, const std::string& format,
+                   const std::string& output, const std::string& description,
+                   const std::string& logFile);
 
 }  // namespace quorbel

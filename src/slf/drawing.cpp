@@ -19,7 +19,6 @@
 #include "layout/dot_writer.h"
 #include "slf/dialect_writer.h"
 #include "slf/dot_run.h"
-#include "slf/slf_source.h"
 
 namespace quorbel {
 namespace {
@@ -151,6 +150,7 @@ std::string drawLattice(const WordLattice& lattice, const DrawingOptions& option
   const std::string format = drawingFormat(path);
   if (format.empty())
     return path + ": the name must end in .png, .svg, .pdf, .ps or .dia, which says the format";
+  const SignalsEndDot signals;  // for as long as there is something to tidy up
   const WorkFolder folder;
   if (!folder.error().empty()) return folder.error();
 
@@ -172,7 +172,8 @@ std::string drawLattice(const WordLattice& lattice, const DrawingOptions& option
   if (!stream) return "the description could not be written to the temporary folder";
 
   const bool isDiagram = format == "dia";  // which today's dot does not write itself
-  error = runDot(isDiagram ? "dot" : format, isDiagram ? layout : drawing, description, log);
+  error =
+      runDot(signals, isDiagram ? "dot" : format, isDiagram ? layout : drawing, description, log);
   if (!error.empty()) return error;
   passOn(log);
   if (isDiagram && !writeDiaDiagram(layout, drawing)) return "dot made no drawing";

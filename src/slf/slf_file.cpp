@@ -23,13 +23,6 @@ std::string inLowerCase(std::string_view key) {
   return lower;
 }
 
-/// Something of a file as a message shows it: a bounded text without control characters.
-std::string shown(std::string_view text) {
-  constexpr std::size_t kShown = 40;
-  return drawableText(inUtf8(std::string(text.substr(0, kShown)))) +
-         (text.size() > kShown ? "..." : "");
-}
-
 /// Puts the lines of one text into a file's records.
 class SlfReading {
  public:
@@ -57,6 +50,7 @@ class SlfReading {
   SlfRecord m_Record;
   bool m_HasStart = false;
   bool m_HasEnd = false;
+  std::string m_IgnoredText;
   std::string* m_Text = nullptr;  ///< a text of the header that further words of the line belong to
   std::vector<SlfRecord> m_Nodes;  ///< in the order of the file
 };
@@ -115,7 +109,7 @@ std::string SlfReading::take(SlfToken& token) {
       m_Ended = true;
       return "";
     }
-    if (!m_Text) return "\"" + shown(token.value) + "\" is no field KEY=VALUE";
+    if (!m_Text) return "\"" + excerpt(token.value) + "\" is no field KEY=VALUE";
     *m_Text += " " + inUtf8(withoutEscapes(token.value));
     return "";
   }
@@ -139,7 +133,7 @@ std::string SlfReading::take(SlfToken& token) {
   const bool isSublattice =
       m_Type == Record::Node && (token.key == "L" || token.key == "SUBLAT" || token.key == "SUBS");
   if (isSublattice)
-    return std::string(token.key) + "=" + shown(token.value) + " makes node " +
+    return std::string(token.key) + "=" + excerpt(token.value) + " makes node " +
            std::to_string(m_Record.id) +
            " stand for a sub-lattice (SUBLAT), and these are not supported";
   addField(token);
@@ -158,7 +152,7 @@ std::string SlfReading::takeHeader(const SlfToken& token) {
     return takeCount(token, header.linkCount);
   }
   if (token.key == "S" || token.key == "SUBLAT")
-    return std::string(token.key) + "=" + shown(token.value) +
+    return std::string(token.key) + "=" + excerpt(token.value) +
            " begins a sub-lattice (SUBLAT), and these are not supported";
   const std::string key = inLowerCase(token.key);
   const auto takeEndPoint = [&](std::optional<int>& node, int& line) {
@@ -170,13 +164,13 @@ std::string SlfReading::takeHeader(const SlfToken& token) {
   if (key == "base") {
     std::string error = takeNumber(token, header.base);
     if (error.empty() && header.base < 0.0)
-      error = "base=" + shown(token.value) + " is negative and no base of logarithms";
+      error = "base=" + excerpt(token.value) + " is negative and no base of logarithms";
     return error;
   }
   if (key == "tscale") {
     std::string error = takeNumber(token, header.timeScale);
     if (error.empty() && header.timeScale <= 0.0)
-      error = "tscale=" + shown(token.value) + " is no scale of times";
+      error = "tscale=" + excerpt(token.value) + " is no scale of times";
     return error;
   }
   if (key == "acscale") return takeNumber(token, header.scales.acoustic);
@@ -188,18 +182,17 @@ std::string SlfReading::takeHeader(const SlfToken& token) {
     header.isBackward = direction == "b";
     return direction == "f" || direction == "b"
                ? ""
-               : "dir=" + shown(token.value) + " is neither f nor b";
+               : "dir=" + excerpt(token.value) + " is neither f nor b";
   }
   if (key == "v" || key == "version") {
     const std::optional<double> version = numberOfField(token.value);
-    return version == 1.0 || version == 1.1
-               ? ""
-               : "version " + shown(token.value) + " of the format is not known, only 1.0 and 1.1";
+    return version == 1.0 || version == 1.1 ? ""
+                                            : "version " + excerpt(token.value) +
+                                                  " of the format is not known, only 1.0 and 1.1";
   }
   // Other fields play no part; a text may go on behind a blank.
-  static std::string ignored;
-  ignored.clear();
-  m_Text = &ignored;
+  m_IgnoredText.clear();
+  m_Text = &m_IgnoredText;
   if (key == "u" || key == "utterance") {
     header.utterance = inUtf8(withoutEscapes(token.value));
     m_Text = &header.utterance;
@@ -210,14 +203,14 @@ std::string SlfReading::takeHeader(const SlfToken& token) {
 std::string SlfReading::takeInteger(const SlfToken& token, int& number) const {
   const std::optional<int> value = integerOfField(token.value);
   if (!value || *value < 0)
-    return std::string(token.key) + "=" + shown(token.value) + " is no number from 0 on";
+    return std::string(token.key) + "=" + excerpt(token.value) + " is no number from 0 on";
   number = *value;
   return "";
 }
 
 std::string SlfReading::takeNumber(const SlfToken& token, double& number) const {
   const std::optional<double> value = numberOfField(token.value);
-  if (!value) return std::string(token.key) + "=" + shown(token.value) + " is no number";
+  if (!value) return std::string(token.key) + "=" + excerpt(token.value) + " is no number";
   number = *value;
   return "";
 }

@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "slf/dialect_word.h"
+#include "slf/word_text.h"
 
 namespace quorbel {
 namespace {
@@ -11,14 +12,6 @@ namespace {
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
 bool isNameCharacter(char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; }
-
-std::string shortened(std::string_view text) {
-  constexpr std::size_t kShown = 30;
-  std::string shown;
-  for (const char c : text.substr(0, kShown))
-    shown += static_cast<unsigned char>(c) < ' ' || c == '\x7f' ? '?' : c;
-  return text.size() > kShown ? shown + "..." : shown;
-}
 
 }  // namespace
 
@@ -44,8 +37,8 @@ bool SlfLine::takeKey(SlfToken& token, std::string& error) {
   token.key = m_Text.substr(begin, end - begin);
   const bool isName = std::all_of(token.key.begin(), token.key.end(), isNameCharacter);
   if (end < m_Text.size() && m_Text[end] == '~' && !token.key.empty() && isName) {
-    error = "the field " + shortened(token.key) +
-            "~ has a binary value; only text lattices can be read";
+    error =
+        "the field " + excerpt(token.key) + "~ has a binary value; only text lattices can be read";
     return false;
   }
   while (!endsAt(end) && m_Text[end] != '=') ++end;
@@ -113,7 +106,7 @@ bool SlfLine::takeQuoted(SlfToken& token, std::string& error) {
     }
   }
   if (quote == '"')
-    error = "the value of " + shortened(token.key) + " begins with a double quote that none ends";
+    error = "the value of " + excerpt(token.key) + " begins with a double quote that none ends";
   return false;
 }
 

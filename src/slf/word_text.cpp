@@ -133,6 +133,16 @@ std::string drawableText(const std::string& text) {
   return drawable;
 }
 
+std::string excerpt(std::string_view text) {
+  constexpr std::size_t kShown = 40;
+  constexpr std::size_t kLongestRest = 3;  // of a character, behind its first byte
+  if (text.size() <= kShown) return drawableText(inUtf8(std::string(text)));
+  std::size_t end = kShown;
+  while (end > kShown - kLongestRest && (static_cast<unsigned char>(text[end]) & 0xC0u) == 0x80u)
+    --end;
+  return drawableText(inUtf8(std::string(text.substr(0, end)))) + "...";
+}
+
 std::string percentText(const std::string& text) {
   constexpr const char* kDigits = "0123456789ABCDEF";
   std::string encoded;

@@ -22,6 +22,10 @@ std::string inUtf8(std::string bytes);
 /// U+FFFD. `text` is UTF-8.
 std::string drawableText(const std::string& text);
 
+/// The beginning of something of a file as a message shows it, drawable: its first 40 bytes or,
+/// where a UTF-8 character would be cut, up to 3 fewer. "..." follows when there is more.
+std::string excerpt(std::string_view text);
+
 /// The text with every byte that a drawing or XML could not keep written as "%" and two hexadecimal
 /// digits, "%" itself too.
 std::string percentText(const std::string& text);

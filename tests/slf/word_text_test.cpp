@@ -54,6 +54,20 @@ TEST(WordText, DrawsWhatWouldEndOrChangeALabel) {
     EXPECT_EQ(drawableText(text), drawable) << text;
 }
 
+TEST(WordText, ShowsAnExcerptOfWholeCharacters) {
+  const std::string thirtySix(36, 'x');
+  for (const auto& [text, shown] : {std::pair<std::string, std::string>{"", ""},
+                                    {"a\"\x01", "a\u201D\u2401"},
+                                    {thirtySix + "\U00010348", thirtySix + "\U00010348"},
+                                    {thirtySix + "\U00010348z", thirtySix + "\U00010348..."},
+                                    {thirtySix + "a\U00010348", thirtySix + "a..."},
+                                    {thirtySix + "abc\u00FC", thirtySix + "abc..."},
+                                    {thirtySix + "abcde", thirtySix + "abcd..."},
+                                    {thirtySix + "abc\xFC-", thirtySix + "abc\u00FC..."},
+                                    {thirtySix + "\x80\x80\x80\x80\x80", thirtySix + "\u0080..."}})
+    EXPECT_EQ(excerpt(text), shown) << text;
+}
+
 TEST(WordText, KeepsTheExactTextInPercents) {
   for (const auto& [text, percents] :
        {std::pair<std::string, const char*>{"say \"hi\"", "say %22hi%22"},

@@ -4,7 +4,7 @@ import gzip
 import subprocess
 import unittest
 
-from tool import CYCLIC, EXAMPLES, IMPORTED, ToolTest
+from tool import CYCLIC, EXAMPLES, IMPORTED, PROGRAM, ToolTest
 
 COMMANDS = ("import", "prune", "best", "info", "draw")
 
@@ -102,6 +102,17 @@ class ImportTest(ToolTest):
                          self.fails("import", "talk.slf", "none/out.lat"))
         self.assertEqual("/dev/full: No space left on device",
                          self.fails("import", "talk.slf", "/dev/full"))
+
+    def test_leaves_no_part_of_a_file(self):
+        (self.folder / "link.lat").symlink_to("out.lat")
+        for out in ("out.lat", "link.lat"):
+            result = subprocess.run(
+                ["sh", "-c", "trap '' XFSZ; ulimit -f 0; exec \"$@\"", "sh", PROGRAM, "import",
+                 "talk.slf", out], cwd=self.folder, text=True, capture_output=True, timeout=100)
+            self.assertEqual((1, "", f"quorbel-lattice: {out}: File too large\n"),
+                             (result.returncode, result.stdout, result.stderr))
+            self.assertFalse((self.folder / "out.lat").exists())
+        self.assertTrue((self.folder / "link.lat").is_symlink())
 
     def test_says_when_totals_are_positive_or_times_missing(self):
         self.write("loud.slf", "N=2 L=1\nI=0 t=0\nI=1 t=1\nJ=7 S=0 E=1 W=a a=3\n")

@@ -1,6 +1,7 @@
 """draw: the viewer's drawing in a file, and what becomes of its work files."""
 
 import os
+import pathlib
 import re
 import signal
 import subprocess
@@ -122,24 +123,72 @@ class DrawingTest(ToolTest):
         self.assertEqual(("quorbel-lattice: drawing 5 links (1 s)\n", 0),
                          (result.stderr, result.returncode))
 
+    def start(self, name="out.png", **options):
+        process = subprocess.Popen([PROGRAM, "draw", "talk.slf", name], cwd=self.folder,
+                                   env=self.environment, stderr=subprocess.PIPE, text=True,
+                                   **options)
+        self.addCleanup(process.stderr.close)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        return process
+
+    def wait_for(self, condition, what):
+        deadline = time.monotonic() + 20
+        while not condition():
+            self.assertLess(time.monotonic(), deadline, what)
+            time.sleep(0.01)
+
+    def hold_dot(self, then="exec sleep 60"):
+        self.stand_in(f"#!/bin/sh\necho $$ >{self.folder}/started.new\n"
+                      f"mv {self.folder}/started.new {self.folder}/started\n{then}\n")
+
+    def held_dot(self):
+        """The process of the `dot` that is held."""
+        started = self.folder / "started"
+        self.wait_for(started.exists, "dot")
+        dot = int(started.read_text())
+        started.unlink()
+        return dot
+
     def test_ends_dot_and_cleans_up_when_it_is_told_to_end(self):
-        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGQUIT):
-            self.stand_in(f"#!/bin/sh\necho $$ >{self.folder}/started.new\n"
-                          f"mv {self.folder}/started.new {self.folder}/started\nexec sleep 60\n")
-            process = subprocess.Popen([PROGRAM, "draw", "talk.slf", "out.png"], cwd=self.folder,
-                                       env=self.environment, stderr=subprocess.PIPE, text=True)
-            started = self.folder / "started"
-            deadline = time.monotonic() + 20
-            while not started.exists() and time.monotonic() < deadline:
-                time.sleep(0.01)
-            dot = int(started.read_text())
-            started.unlink()
+        self.hold_dot()
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGQUIT,
+                       signal.SIGPIPE):
+            process = self.start()
+            dot = self.held_dot()
             process.send_signal(number)
-            self.assertIn("dot was ended by a signal (Terminated)", process.communicate(timeout=20)[1])
+            self.assertEqual("quorbel-lattice: dot was ended by a signal (Terminated)\n",
+                             process.communicate(timeout=20)[1])
             self.assertEqual(1, process.returncode)
             with self.assertRaises(ProcessLookupError):
                 os.kill(dot, 0)
             self.assertFalse((self.folder / "out.png").exists())
+
+    def test_goes_on_through_a_signal_that_it_was_started_to_ignore(self):
+        self.hold_dot(then=f"while ! [ -e {self.folder}/go ]; do sleep 0.02; done\n"
+                           f"PATH={os.environ['PATH']} exec dot \"$@\"")
+        process = self.start(preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
+        dot = self.held_dot()
+        process.send_signal(signal.SIGHUP)
+        os.kill(dot, signal.SIGHUP)
+        self.write("go", "")
+        errors = process.communicate(timeout=20)[1]
+        self.assertEqual(0, process.returncode, errors)
+        self.assertTrue((self.folder / "out.png").exists())
+
+    def test_cleans_up_when_it_is_told_to_end_after_dot(self):
+        os.mkfifo(self.folder / "out.svg")  # nobody reads what goes there
+        self.hold_dot(then=f"PATH={os.environ['PATH']} exec dot \"$@\"")
+        for number in (signal.SIGTERM, signal.SIGHUP):
+            process = self.start("out.svg")
+            dot = pathlib.Path(f"/proc/{self.held_dot()}")
+            self.wait_for(lambda: not dot.exists(), "the end of dot")
+            while process.poll() is None:  # the first may come before the pipe is opened
+                process.send_signal(number)
+                time.sleep(0.05)
+            self.assertEqual("quorbel-lattice: out.svg: Interrupted system call\n",
+                             process.communicate(timeout=20)[1])
+            self.assertEqual((1, []), (process.returncode, list(self.temporary.iterdir())))
 
 
 if __name__ == "__main__":
