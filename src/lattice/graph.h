@@ -12,8 +12,8 @@
 
 namespace quorbel {
 
-/// Scores by the names that the lattice file uses, in byte order of the names. A link has few, and a
-/// search looks at those of every link: they lie side by side.
+/// Scores by the names that the lattice file uses, in byte order of the names. A link has few, and
+/// a search looks at those of every link: they lie side by side.
 using ScoreMap = boost::container::flat_map<std::string, double>;
 
 /// A point in time of the utterance (a line with "I=" in an HTK lattice).

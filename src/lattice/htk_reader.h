@@ -16,9 +16,9 @@ inline constexpr int kMostNodes = 50000;
 ///
 /// Of HTK's Standard Lattice Format it takes the node count (N=), nodes (I=, t= and scores), links
 /// (J=, S=, E=, W= and scores) and lines that begin with "start=" or "end="; other header fields
-/// are skipped. Every numeric field of a node or link is a score under the name that the file uses,
-/// sign-flipped while `graph.scoresNegated`. A word must be quoted or an XML fragment. A last line
-/// without line end is not read.
+/// are skipped. Every other field of a node or link is a score under the name that the file uses, 0
+/// where its value is no number, sign-flipped while `graph.scoresNegated`. A word must be quoted or
+/// an XML fragment. A last line without line end is not read.
 ///
 /// At the end node times become fractions of the last node's time, and each link gets the scores of
 /// the node it enters added to its own. `currentScoreName` becomes the first score name, in byte

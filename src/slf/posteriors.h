@@ -16,7 +16,7 @@ inline constexpr double kLowestLogPosterior = -1e6;
 /// paths; between kLowestLogPosterior and 0. The links of a cyclic lattice stay as they are.
 void computePosteriors(WordLattice& lattice);
 
-/// The score of the best path through each link, the sum of `totals` along it; -infinity for a link
+/// The score of the best path through each link, the sum of its links' totals; -infinity for a link
 /// on no path. The lattice must be acyclic.
 std::vector<double> bestScoresThrough(const WordLattice& lattice);
 

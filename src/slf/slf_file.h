@@ -49,7 +49,7 @@ struct SlfField {
 
 /// A line about a node or a link.
 struct SlfRecord {
-  int line = 0;   ///< from 1; 0 for a node that has no line
+  int line = 0;   ///< from 1
   int id = 0;     ///< index of the node or id of the link
   int start = 0;  ///< link: index of the node it leaves
   int end = 0;    ///< link: index of the node it enters
@@ -79,7 +79,7 @@ bool isTimeKey(std::string_view key);
 /// there are, and as many links as the header says.
 ///
 /// Returns "" on success, else one line for the user that begins with the line it is about:
-/// "line 7: link 3 leads to node 9, but nodes are 0 to 4". Sub-lattices (SUBLAT) and binary values
+/// "line 7: link 3 enters node 9, but nodes are 0 to 4". Sub-lattices (SUBLAT) and binary values
 /// are not read.
 std::string parseSlf(SlfFile& file);
 

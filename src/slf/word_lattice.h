@@ -54,7 +54,8 @@ inline std::size_t slot(int index) { return static_cast<std::size_t>(index); }
 inline const std::string kTotalName = "TOTAL";
 inline const std::string kPosteriorName = "post";
 
-/// Of links that lead from one node to the same other, puts the best first; see WordLattice.
+/// Puts links in the order of their start and then their end nodes, of parallel ones the best
+/// first; see WordLattice.
 void sortLinks(WordLattice& lattice);
 
 /// Names of all scores that links have: kTotalName, kPosteriorName in an acyclic lattice, and the

@@ -63,27 +63,27 @@ bool AudioIO::init() {
     alcCloseDevice(device);
     return false;
   }
-  alGenBuffers(1, &buffer_);
-  alGenSources(1, &source_);
-  initialised_ = true;
+  alGenBuffers(1, &m_Buffer);
+  alGenSources(1, &m_Source);
+  m_Initialised = true;
   return true;
 }
 
 void AudioIO::closeDevice() {
-  if (!initialised_) return;
+  if (!m_Initialised) return;
   stop();
   // OpenAL does not delete a buffer that a source still holds.
-  alSourcei(source_, AL_BUFFER, 0);
-  alDeleteBuffers(1, &buffer_);
-  alDeleteSources(1, &source_);
+  alSourcei(m_Source, AL_BUFFER, 0);
+  alDeleteBuffers(1, &m_Buffer);
+  alDeleteSources(1, &m_Source);
   ALCcontext* context = alcGetCurrentContext();
   ALCdevice* device = alcGetContextsDevice(context);
   alcMakeContextCurrent(nullptr);
   alcDestroyContext(context);
   alcCloseDevice(device);
-  source_ = 0;
-  buffer_ = 0;
-  initialised_ = false;
+  m_Source = 0;
+  m_Buffer = 0;
+  m_Initialised = false;
 }
 
 bool AudioIO::load(const std::string& path) {
@@ -91,43 +91,43 @@ bool AudioIO::load(const std::string& path) {
   SoundFile file(sf_open(path.c_str(), SFM_READ, &info));
   if (file == nullptr || !hasHeader(info)) return false;
 
-  channels_ = info.channels;
-  frames_ = lowFrameCount(info.frames);
-  sampleRate_ = info.samplerate;
-  peak_ = 0;
-  samples_.reset();  // first: the old and the new sound need not fit into memory together
-  samples_ = allocateSamples(info.frames, info.channels, memoryForSamples());
-  if (samples_ == nullptr) {
-    frames_ = 0;
+  m_Channels = info.channels;
+  m_Frames = lowFrameCount(info.frames);
+  m_SampleRate = info.samplerate;
+  m_Peak = 0;
+  m_Samples.reset();  // first: the old and the new sound need not fit into memory together
+  m_Samples = allocateSamples(info.frames, info.channels, memoryForSamples());
+  if (m_Samples == nullptr) {
+    m_Frames = 0;
     return false;
   }
 
   const sf_count_t count = info.frames * info.channels;
-  if (!readSamples(file.get(), info, samples_.get(), count)) {
+  if (!readSamples(file.get(), info, m_Samples.get(), count)) {
     filesCutShort().push_back(std::move(file));
     return false;
   }
   file.reset();
   if (count > 0) {
-    const std::int16_t* first = samples_.get();
-    peak_ = std::max<std::int32_t>(0, *std::max_element(first, first + count));
+    const std::int16_t* first = m_Samples.get();
+    m_Peak = std::max<std::int32_t>(0, *std::max_element(first, first + count));
   }
   return true;
 }
 
 void AudioIO::setSegment(double from, double to) {
-  if (!initialised_ || samples_ == nullptr || isPlaying()) return;
-  const Segment segment = segmentBetween(from, to, frames_);
-  segmentStart_ = segment.start;
-  segmentEnd_ = segment.end;
+  if (!m_Initialised || m_Samples == nullptr || isPlaying()) return;
+  const Segment segment = segmentBetween(from, to, m_Frames);
+  m_SegmentStart = segment.start;
+  m_SegmentEnd = segment.end;
 
   // Above 2^31 - 1 bytes the size wraps to a negative one, which OpenAL refuses like any other.
-  const std::int64_t bytes = (std::int64_t{segmentEnd_} - segmentStart_) * 2;
-  const ALenum format = channels_ == 2 ? AL_FORMAT_STEREO16 : AL_FORMAT_MONO16;
+  const std::int64_t bytes = (std::int64_t{m_SegmentEnd} - m_SegmentStart) * 2;
+  const ALenum format = m_Channels == 2 ? AL_FORMAT_STEREO16 : AL_FORMAT_MONO16;
   // OpenAL does not change the contents of a buffer that a source still holds.
-  alSourcei(source_, AL_BUFFER, 0);
-  alBufferData(buffer_, format, samples_.get() + segmentStart_, static_cast<ALsizei>(bytes),
-               sampleRate_);
+  alSourcei(m_Source, AL_BUFFER, 0);
+  alBufferData(m_Buffer, format, m_Samples.get() + m_SegmentStart, static_cast<ALsizei>(bytes),
+               m_SampleRate);
   if (alGetError() != AL_NO_ERROR) {
     // The first call has cleared the error: the number is that of a further one, so nearly always
     // 0.
@@ -136,28 +136,28 @@ void AudioIO::setSegment(double from, double to) {
 }
 
 void AudioIO::play() {
-  if (!initialised_ || samples_ == nullptr || isPlaying()) return;
-  alSourcei(source_, AL_BUFFER, static_cast<ALint>(buffer_));
-  alSourcePlay(source_);
+  if (!m_Initialised || m_Samples == nullptr || isPlaying()) return;
+  alSourcei(m_Source, AL_BUFFER, static_cast<ALint>(m_Buffer));
+  alSourcePlay(m_Source);
 }
 
 void AudioIO::stop() {
-  if (isPlaying()) alSourceStop(source_);
+  if (isPlaying()) alSourceStop(m_Source);
 }
 
 bool AudioIO::isPlaying() const {
-  if (!initialised_) return false;
+  if (!m_Initialised) return false;
   ALint state = AL_INITIAL;
-  alGetSourcei(source_, AL_SOURCE_STATE, &state);
+  alGetSourcei(m_Source, AL_SOURCE_STATE, &state);
   return state == AL_PLAYING;
 }
 
 double AudioIO::positionFraction(std::int32_t elapsedMs) const {
-  return isPlaying() ? playedFraction(elapsedMs, sampleRate_, frames_, channels_) : 0.0;
+  return isPlaying() ? playedFraction(elapsedMs, m_SampleRate, m_Frames, m_Channels) : 0.0;
 }
 
 void AudioIO::freeSamples() {
-  if (!isPlaying()) samples_.reset();
+  if (!isPlaying()) m_Samples.reset();
 }
 
 }  // namespace quorbel

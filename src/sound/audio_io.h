@@ -73,33 +73,33 @@ class AudioIO {
   /// The samples, interleaved, or null without a sound; owned by this object and valid until the
   /// next `load` or `freeSamples`. At least max(frames, 0) values, frames x channels of them unless
   /// the file has 2^31 frames or more (then `frames` says less than the array holds).
-  const std::int16_t* samples() const { return samples_.get(); }
+  const std::int16_t* samples() const { return m_Samples.get(); }
 
-  std::int32_t channels() const { return channels_; }
+  std::int32_t channels() const { return m_Channels; }
   /// Frames of the file: the low 32 bits of libsndfile's count, so negative from 2^31 on.
-  std::int32_t frames() const { return frames_; }
+  std::int32_t frames() const { return m_Frames; }
   /// Frames per second.
-  std::int32_t sampleRate() const { return sampleRate_; }
+  std::int32_t sampleRate() const { return m_SampleRate; }
   /// The largest sample, 0 when none is positive.
-  std::int32_t peak() const { return peak_; }
+  std::int32_t peak() const { return m_Peak; }
   /// First value of the part last given to OpenAL.
-  std::int32_t segmentStart() const { return segmentStart_; }
+  std::int32_t segmentStart() const { return m_SegmentStart; }
   /// One past the last value of the part last given to OpenAL.
-  std::int32_t segmentEnd() const { return segmentEnd_; }
+  std::int32_t segmentEnd() const { return m_SegmentEnd; }
 
  private:
   void closeDevice();
 
-  bool initialised_ = false;
-  std::int32_t segmentStart_ = 0;
-  std::int32_t segmentEnd_ = 0;
-  SampleArray samples_;
-  std::int32_t channels_ = 0;
-  std::int32_t frames_ = 0;
-  std::int32_t sampleRate_ = 0;
-  std::int32_t peak_ = 0;
-  ALuint source_ = 0;
-  ALuint buffer_ = 0;
+  bool m_Initialised = false;
+  std::int32_t m_SegmentStart = 0;
+  std::int32_t m_SegmentEnd = 0;
+  SampleArray m_Samples;
+  std::int32_t m_Channels = 0;
+  std::int32_t m_Frames = 0;
+  std::int32_t m_SampleRate = 0;
+  std::int32_t m_Peak = 0;
+  ALuint m_Source = 0;
+  ALuint m_Buffer = 0;
 };
 
 }  // namespace quorbel

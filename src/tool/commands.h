@@ -14,10 +14,12 @@ namespace quorbel {
 /// What a command gives back: "" or one line that says why it failed.
 using CommandResult = std::string;
 
-/// Sets up the subcommand of that name; `run` becomes what carries it out once the command line is
-/// parsed. Its variables live as long as `run`.
+/// Carries out a command with the arguments that the parsed command line gave it, and tells how far
+/// it has come.
 using Command = std::function<CommandResult(Progress&)>;
 
+/// Each adds its subcommand to `app` and returns what carries it out once the command line is
+/// parsed.
 Command addImport(CLI::App& app);  // import_command.cpp
 Command addPrune(CLI::App& app);   // prune_command.cpp
 Command addBest(CLI::App& app);    // best_command.cpp

@@ -54,7 +54,7 @@ Command addImport(CLI::App& app) {
   command->add_option("IN", arguments->in, "Lattice, plain or compressed by gzip")->required();
   command->add_option("OUT", arguments->out, "File to write, such as talk.lat")->required();
   command->add_flag("--unless-dialect", arguments->unlessDialect,
-                    "Write nothing when the viewer reads IN as it is");
+                    "Write nothing when the words of IN are XML and the viewer reads it as it is");
   return [arguments](Progress& progress) { return runImport(*arguments, progress); };
 }
 

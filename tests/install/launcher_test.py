@@ -184,7 +184,7 @@ class ArgumentsTest(LauncherCase):
                          self.last_notes().arguments)
 
     def test_unknown_options_start_nothing(self):
-        for option in ("--hlep", "-x", "-a.lat", "--displayed=:7"):
+        for option in ("--hlep", "-x", "-a.lat", "--displayed=:7", "--gtk-moduls=x", "--gdk-"):
             self.assertEqual(
                 (2, "", f"quorbel: unknown option: {option} (try quorbel --help)\n"),
                 self.run_to_end("a.lat", option))
