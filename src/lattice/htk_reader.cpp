@@ -149,6 +149,7 @@ class LatticeReading {
   enum class Record { None, Node, Link };
 
   /// What the fields of a line have said so far.
+  // NOLINTNEXTLINE(bugprone-exception-escape): a map of scores moves without fail
   struct Line {
     Record type = Record::None;
     int index = 0;  ///< node index or link id
