@@ -248,14 +248,22 @@ TEST_F(Export, SaysNothingWhenNoFileIsWritten) {
 
 TEST_F(Export, SaysNothingWhenTheFileCannotBeWritten) {
   openLattice(kTwoWays);
-  for (const char* extension : {"png", "dia"})
-    std::filesystem::create_directory(std::string("folder.") + extension);
-  exportAs("FileExportPNG", "folder");
-  exportAs("FileExportDIA", "folder");
+  const auto saveUnderName = answer;
+  std::string obstacle;
+  answer = [&](Gtk::Dialog& dialog) {
+    // after the answer: the dialog would complete the name to one that is there before
+    if (dynamic_cast<Gtk::FileChooserDialog*>(&dialog))
+      dialog.signal_response().connect([&](int) { std::filesystem::create_directory(obstacle); });
+    saveUnderName(dialog);
+  };
+  obstacle = "drawing.png";
+  exportAs("FileExportPNG", "drawing");
+  obstacle = "diagram.dia";
+  exportAs("FileExportDIA", "diagram");
   EXPECT_EQ(dialogs,
-            (Texts{kSaveTitle, question("folder.png"), kSaveTitle, question("folder.dia")}));
-  EXPECT_TRUE(std::filesystem::is_directory("folder.png"));
-  EXPECT_TRUE(std::filesystem::is_directory("folder.dia"));
+            (Texts{kSaveTitle, question("drawing.png"), kSaveTitle, question("diagram.dia")}));
+  EXPECT_TRUE(std::filesystem::is_directory("drawing.png"));
+  EXPECT_TRUE(std::filesystem::is_directory("diagram.dia"));
   EXPECT_EQ(window->m_Graph.outputFormat, "png");
 }
 
