@@ -19,8 +19,10 @@ volatile sig_atomic_t runningDot = 0;
 volatile sig_atomic_t caughtSignal = 0;
 
 void endDot(int number) {
+  const int errnoBefore = errno;  // what is interrupted may be about to look at it
   caughtSignal = number;
   if (runningDot > 0) kill(static_cast<pid_t>(runningDot), SIGTERM);
+  errno = errnoBefore;
 }
 
 /// Keeps the signals waiting while it lives.
