@@ -3,7 +3,7 @@
 #include <iostream>
 
 #include "app/main_window.h"
-#include "app/product.h"
+#include "texts/product.h"
 
 namespace quorbel {
 namespace {

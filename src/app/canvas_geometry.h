@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "layout/layout_item.h"
+#include "lattice/layout_item.h"
 
 namespace quorbel {
 

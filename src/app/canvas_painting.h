@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "app/canvas_geometry.h"
-#include "layout/layout_item.h"
+#include "lattice/layout_item.h"
 #include "layout/node_items.h"
 
 namespace quorbel {

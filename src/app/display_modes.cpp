@@ -4,10 +4,10 @@
 #include <algorithm>
 
 #include "app/main_window.h"
-#include "app/product.h"
-#include "app/user_text.h"
 #include "dialogs/choose_value_dialog.h"
 #include "lattice/shortest_path.h"
+#include "texts/product.h"
+#include "texts/user_text.h"
 
 namespace quorbel {
 

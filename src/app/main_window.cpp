@@ -5,7 +5,7 @@
 
 #include <iostream>
 
-#include "app/product.h"
+#include "texts/product.h"
 
 namespace quorbel {
 namespace {

@@ -13,7 +13,7 @@
 
 #include "app/canvas_geometry.h"
 #include "lattice/graph.h"
-#include "layout/layout_item.h"
+#include "lattice/layout_item.h"
 #include "layout/node_items.h"
 #include "sound/audio_io.h"
 #include "sound/waveform.h"
@@ -57,8 +57,8 @@ class MainWindow : public Gtk::Window {
 
   virtual void on_open_dialog();                         // opening.cpp
   virtual void open_lattice(const std::string& name);    // opening.cpp: a file in m_CurrentDir
-  virtual void on_export(const std::string& format);     // layout/export.cpp
-  virtual void on_open_sound();                          // sound/sound_commands.cpp
+  virtual void on_export(const std::string& format);     // exporting.cpp
+  virtual void on_open_sound();                          // sound_commands.cpp
   virtual void on_close();                               // opening.cpp
   virtual void on_quit();                                // small_commands.cpp
   virtual void on_about();                               // small_commands.cpp
@@ -71,19 +71,19 @@ class MainWindow : public Gtk::Window {
   virtual void on_display_selected_xml();                // display_modes.cpp
   virtual void on_display_default();                     // display_modes.cpp
   virtual void on_scores();                              // display_modes.cpp
-  virtual void on_play();                                // sound/sound_commands.cpp
-  virtual void on_stop();                                // sound/sound_commands.cpp
+  virtual void on_play();                                // sound_commands.cpp
+  virtual void on_stop();                                // sound_commands.cpp
   virtual void on_window_show();                         // opening.cpp
-  virtual bool on_sound_motion(GdkEventMotion* event);   // sound/sound_strip.cpp
-  virtual bool on_sound_press(GdkEventButton* event);    // sound/sound_strip.cpp
-  virtual bool on_sound_release(GdkEventButton* event);  // sound/sound_strip.cpp
-  virtual bool on_sound_expose(GdkEventExpose* event);   // sound/sound_strip.cpp
+  virtual bool on_sound_motion(GdkEventMotion* event);   // sound_strip.cpp
+  virtual bool on_sound_press(GdkEventButton* event);    // sound_strip.cpp
+  virtual bool on_sound_release(GdkEventButton* event);  // sound_strip.cpp
+  virtual bool on_sound_expose(GdkEventExpose* event);   // sound_strip.cpp
   virtual bool on_graph_expose(GdkEventExpose* event);   // canvas.cpp
   virtual bool on_graph_scroll(GdkEventScroll* event);   // zoom.cpp
   virtual bool on_graph_motion(GdkEventMotion* event);   // pointer.cpp: hover
   virtual bool on_graph_press(GdkEventButton* event);    // pointer.cpp: a double press selects
   virtual bool on_key_event(GdkEventKey* event);         // pointer.cpp: the left Control key
-  virtual bool on_play_tick();                           // sound/sound_commands.cpp
+  virtual bool on_play_tick();                           // sound_commands.cpp
 
   void addActions();      // actions.cpp
   void buildInterface();  // actions.cpp: menu bar and tool bar
@@ -94,12 +94,12 @@ class MainWindow : public Gtk::Window {
 
   std::string build_sibling_menu(const std::string& path);           // opening.cpp
   std::string folderForDialogs() const;                              // opening.cpp
-  void exportGraph(const std::string& format);                       // layout/export.cpp
-  void loadMatchingSound(const std::string& latticePath);            // sound/sound_commands.cpp
-  void loadSound();                                                  // sound/sound_commands.cpp
-  void closeSound();                                                 // sound/sound_commands.cpp
-  const Waveform& currentWaveform();                                 // sound/sound_strip.cpp
-  Glib::RefPtr<Gdk::Pixmap> waveformPicture();                       // sound/sound_strip.cpp
+  void exportGraph(const std::string& format);                       // exporting.cpp
+  void loadMatchingSound(const std::string& latticePath);            // sound_commands.cpp
+  void loadSound();                                                  // sound_commands.cpp
+  void closeSound();                                                 // sound_commands.cpp
+  const Waveform& currentWaveform();                                 // sound_strip.cpp
+  Glib::RefPtr<Gdk::Pixmap> waveformPicture();                       // sound_strip.cpp
   void show_error(Gtk::Window& parent, const std::string& message);  // errors.cpp
 
   void renderGraph();                                               // rendering.cpp

@@ -3,11 +3,11 @@
 #include <fstream>
 
 #include "app/main_window.h"
-#include "app/product.h"
-#include "app/user_text.h"
 #include "dialogs/open_file_dialog.h"
 #include "dialogs/start_folder.h"
 #include "lattice/htk_reader.h"
+#include "texts/product.h"
+#include "texts/user_text.h"
 
 namespace quorbel {
 namespace {

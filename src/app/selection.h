@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "layout/layout_item.h"
+#include "lattice/layout_item.h"
 #include "layout/node_items.h"
 #include "sound/waveform.h"
 

@@ -1,8 +1,8 @@
 // Commands of a few lines: leaving the program, and the About dialog.
 
 #include "app/main_window.h"
-#include "app/product.h"
 #include "dialogs/about_dialog.h"
+#include "texts/product.h"
 
 namespace quorbel {
 

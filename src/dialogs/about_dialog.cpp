@@ -2,7 +2,7 @@
 
 #include <atkmm/object.h>
 
-#include "app/product.h"
+#include "texts/product.h"
 
 namespace quorbel {
 

@@ -3,7 +3,7 @@
 #include <gtkmm/box.h>
 #include <gtkmm/label.h>
 
-#include "app/user_text.h"
+#include "texts/user_text.h"
 
 namespace quorbel {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "layout/layout_item.h"
+#include "lattice/layout_item.h"
 
 namespace quorbel {
 

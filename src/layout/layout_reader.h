@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "lattice/graph.h"
-#include "layout/layout_item.h"
+#include "lattice/layout_item.h"
 
 namespace quorbel {
 

@@ -3,7 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "layout/layout_item.h"
+#include "lattice/layout_item.h"
 
 namespace quorbel {
 

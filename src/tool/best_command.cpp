@@ -4,10 +4,10 @@
 #include <filesystem>
 #include <memory>
 
-#include "slf/best_paths.h"
-#include "slf/label_formats.h"
-#include "slf/lattice_summary.h"
-#include "slf/normalise.h"
+#include "formats/label_formats.h"
+#include "formats/normalise.h"
+#include "measures/best_paths.h"
+#include "measures/lattice_summary.h"
 #include "tool/commands.h"
 
 namespace quorbel {

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "slf/drawing.h"
-#include "slf/normalise.h"
+#include "drawing/drawing.h"
+#include "formats/normalise.h"
 #include "tool/commands.h"
 
 namespace quorbel {

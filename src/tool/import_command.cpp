@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <memory>
 
+#include "formats/dialect_writer.h"
+#include "formats/normalise.h"
 #include "lattice/htk_reader.h"
-#include "slf/dialect_writer.h"
-#include "slf/lattice_summary.h"
-#include "slf/normalise.h"
+#include "measures/lattice_summary.h"
 #include "tool/commands.h"
 
 namespace quorbel {

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "slf/lattice_summary.h"
-#include "slf/normalise.h"
+#include "formats/normalise.h"
+#include "measures/lattice_summary.h"
 #include "tool/commands.h"
 
 namespace quorbel {

@@ -4,9 +4,9 @@
 #include <memory>
 #include <optional>
 
-#include "slf/dialect_writer.h"
-#include "slf/normalise.h"
-#include "slf/prune.h"
+#include "formats/dialect_writer.h"
+#include "formats/normalise.h"
+#include "measures/prune.h"
 #include "tool/commands.h"
 
 namespace quorbel {

@@ -4,8 +4,8 @@
 
 #include <map>
 
-#include "app/product.h"
 #include "app/window_fixture.h"
+#include "texts/product.h"
 
 namespace quorbel {
 namespace {

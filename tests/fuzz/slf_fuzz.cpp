@@ -6,17 +6,17 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "formats/dialect_writer.h"
+#include "formats/label_formats.h"
+#include "formats/normalise.h"
+#include "formats/slf_source.h"
 #include "lattice/htk_reader.h"
 #include "lattice/xml_label.h"
+#include "measures/best_paths.h"
+#include "measures/lattice_summary.h"
+#include "measures/prune.h"
 #include "quiet.h"
-#include "slf/best_paths.h"
-#include "slf/dialect_writer.h"
-#include "slf/label_formats.h"
-#include "slf/lattice_summary.h"
-#include "slf/normalise.h"
-#include "slf/prune.h"
-#include "slf/slf_source.h"
-#include "slf/word_text.h"
+#include "words/word_text.h"
 
 namespace quorbel {
 namespace {

@@ -1,0 +1,33 @@
+#pragma once
+
+// The viewer's drawing of a lattice, made without the viewer.
+
+#include <optional>
+#include <string>
+
+#include "words/word_lattice.h"
+
+namespace quorbel {
+
+/// What a drawing shows.
+struct DrawingOptions {
+  bool showBestPath = false;  ///< in blue and yellow
+  std::string labelField;  ///< attribute of the words; "score" for the cost, "" for "in" and "out"
+  std::string scoreName;   ///< score that the best paths follow; "" for the total
+  std::optional<int> throughLink;  ///< id of a link; the best path through it is drawn in cyan
+};
+
+/// The format of a drawing by the name of its file: "png", "svg", "pdf", "ps" or "dia" after the
+/// last dot, in lower case; "" for any other.
+std::string drawingFormat(const std::string& path);
+
+/// Draws the lattice with Graphviz's `dot` into the file `path`, in the format of its name, as the
+/// viewer does with the same settings. The work files lie in a folder of their own under the
+/// system's folder for temporary files, which is removed in any case, also when a signal ends the
+/// work (see SignalsEndDot); what `dot` says on standard error is passed on when it draws.
+///
+/// Returns "" on success, else one line for the user; there is no new file then.
+std::string drawLattice(const WordLattice& lattice, const DrawingOptions& options,
+                        const std::string& path);
+
+}  // namespace quorbel

@@ -1,0 +1,33 @@
+#pragma once
+
+// Words as XML fragments, the form in which the viewer takes them.
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "words/word_lattice.h"
+
+namespace quorbel {
+
+/// Whether `name` can be an attribute beside the word: the element's own attributes ("in",
+/// "exact"), what the viewer draws beside the word ("out") and names that XML keeps for itself
+/// cannot.
+bool isFreeAttribute(std::string_view name);
+
+/// Where the XML fragment that begins at `pos` of the line ends by the viewer's rule: behind the
+/// first ">" that balances the angle brackets with no "<" after it on the line. None when the
+/// brackets stay open.
+std::optional<std::size_t> fragmentEnd(std::string_view line, std::size_t pos);
+
+/// The word that an XML fragment is: its element's attribute "exact" or the first attribute in it,
+/// else its text without white space at the ends. None for what is no XML ("<s>"), or has neither.
+std::optional<std::string> wordOfFragment(std::string_view fragment);
+
+/// The XML fragment for a word: its own one, or an element <w> whose first attribute "in" is the
+/// word as a drawing can show it, followed, where that is not the very word, by "exact" (see
+/// percentText) and by the other attributes, as they can be drawn.
+void appendFragment(std::string& line, const Word& word);
+
+}  // namespace quorbel

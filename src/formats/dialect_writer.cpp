@@ -1,0 +1,179 @@
+#include "formats/dialect_writer.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <numeric>
+#include <string_view>
+
+#include "lattice/htk_reader.h"
+#include "layout/partial_file.h"
+#include "words/decimal.h"
+#include "words/word_text.h"
+
+namespace quorbel {
+namespace {
+
+/// The viewer reads lines in stretches of so many bytes when it looks for start and end node.
+constexpr std::size_t kStretch = 2000;
+
+bool isNumberNext(std::string_view text) {
+  std::size_t pos = 0;
+  while (pos < text.size() && std::isspace(static_cast<unsigned char>(text[pos]))) ++pos;
+  if (pos < text.size() && (text[pos] == '-' || text[pos] == '+')) ++pos;
+  return pos < text.size() && std::isdigit(static_cast<unsigned char>(text[pos]));
+}
+
+/// Whether a stretch of the line would be taken for a line that names the start or end node.
+bool namesEndPoint(std::string_view line) {
+  for (std::size_t begin = 0; begin < line.size(); begin += kStretch) {
+    const std::string_view stretch = line.substr(begin, kStretch);
+    for (const std::string_view key : {"start=", "end="})
+      if (stretch.substr(0, key.size()) == key && isNumberNext(stretch.substr(key.size())))
+        return true;
+  }
+  return false;
+}
+
+/// Appends a line; blanks at its beginning move it until no stretch begins with the wrong words.
+bool appendLine(std::string& text, const std::string& line) {
+  if (line.size() < kStretch || !namesEndPoint(line)) {
+    text += line;
+    text += '\n';
+    return true;
+  }
+  for (std::size_t blanks = 1; blanks < kStretch; ++blanks) {
+    const std::string moved = std::string(blanks, ' ') + line;
+    if (namesEndPoint(moved)) continue;
+    text += moved + '\n';
+    return true;
+  }
+  return false;
+}
+
+void appendInteger(std::string& text, int number) { text += std::to_string(number); }
+
+void appendHeader(std::string& text, const WordLattice& lattice) {
+  text += "VERSION=1.1\n";
+  if (!lattice.utterance.empty()) {
+    std::string name = drawableText(lattice.utterance);
+    const bool isQuoted = name.find_first_of(" '") != std::string::npos;
+    appendLine(text, isQuoted ? "UTTERANCE=\"" + name + '"' : "UTTERANCE=" + name);
+  }
+  const ScoreScales standard;
+  const auto add = [&](const char* key, double value, double unless) {
+    if (value == unless) return;
+    text += key;
+    appendNumber(text, value);
+    text += '\n';
+  };
+  add("acscale=", lattice.scales.acoustic, standard.acoustic);
+  add("lmscale=", lattice.scales.language, standard.language);
+  add("prscale=", lattice.scales.pronunciation, standard.pronunciation);
+  add("wdpenalty=", lattice.scales.wordPenalty, standard.wordPenalty);
+  text += "N=";
+  appendInteger(text, static_cast<int>(lattice.nodes.size()));
+  text += " L=";
+  appendInteger(text, static_cast<int>(lattice.links.size()));
+  text += '\n';
+}
+
+void appendNodes(std::string& text, const WordLattice& lattice) {
+  for (std::size_t i = 0; i < lattice.nodes.size(); ++i) {
+    text += "I=";
+    appendInteger(text, static_cast<int>(i));
+    text += " t=";
+    appendNumber(text, lattice.nodes[i].time);
+    text += '\n';
+  }
+}
+
+/// Posteriors are rounded: digits beyond say nothing of a path and differ between machines.
+double inMillionths(double value) {
+  constexpr double kMillion = 1e6;
+  return std::round(value * kMillion) / kMillion;
+}
+
+std::string linkLine(const WordLattice& lattice, const WordLink& link,
+                     const std::vector<int>& nameOrder, std::vector<double>& values) {
+  std::string line = "J=";
+  appendInteger(line, link.id);
+  line += " S=";
+  appendInteger(line, link.start);
+  line += " E=";
+  appendInteger(line, link.end);
+  line += " W=";
+  appendFragment(line, link.word);
+  const auto add = [&](const std::string& name, double value) {
+    line += ' ';
+    line += name;
+    line += '=';
+    appendNumber(line, value);
+  };
+  add(kTotalName, link.total);
+  for (const NamedScore& score : link.scores)
+    values[static_cast<std::size_t>(score.name)] = score.value;
+  for (const int name : nameOrder) {
+    double& value = values[static_cast<std::size_t>(name)];
+    if (!std::isnan(value)) add(lattice.scoreNames[static_cast<std::size_t>(name)], value);
+    value = std::nan("");
+  }
+  if (!lattice.isCyclic) add(kPosteriorName, inMillionths(link.logPosterior));
+  return line;
+}
+
+/// The indices of the score names in the order of the names.
+std::vector<int> inNameOrder(const std::vector<std::string>& names) {
+  std::vector<int> order(names.size());
+  std::iota(order.begin(), order.end(), 0);
+  std::sort(order.begin(), order.end(), [&](int a, int b) {
+    return names[static_cast<std::size_t>(a)] < names[static_cast<std::size_t>(b)];
+  });
+  return order;
+}
+
+}  // namespace
+
+std::string dialectText(const WordLattice& lattice, std::string& text) {
+  if (lattice.nodes.size() > static_cast<std::size_t>(kMostNodes))
+    return "the lattice has " + std::to_string(lattice.nodes.size()) +
+           " nodes, and the viewer opens at most " + std::to_string(kMostNodes) +
+           "; make it smaller with \"quorbel-lattice prune\"";
+  constexpr std::size_t kUsualLine = 100;
+  text.clear();
+  text.reserve(kUsualLine * (lattice.links.size() + lattice.nodes.size() / 4));
+  appendHeader(text, lattice);
+  appendNodes(text, lattice);
+  const std::vector<int> nameOrder = inNameOrder(lattice.scoreNames);
+  std::vector<double> values(lattice.scoreNames.size(), std::nan(""));
+  for (const WordLink& link : lattice.links)
+    if (!appendLine(text, linkLine(lattice, link, nameOrder, values)))
+      return "link " + std::to_string(link.id) +
+             " has so long a word, with \"start=\" or \"end=\" in it, that the viewer would "
+             "misread "
+             "it";
+  return "";
+}
+
+std::string writeDialectFile(const WordLattice& lattice, const std::string& path) {
+  std::string text;
+  const std::string error = dialectText(lattice, text);
+  return error.empty() ? writeWholeFile(path, text) : path + ": " + error;
+}
+
+std::string writeWholeFile(const std::string& path, const std::string& text) {
+  std::FILE* file = std::fopen(path.c_str(), "wb");
+  if (!file) return path + ": " + std::strerror(errno);
+  const bool isWritten = std::fwrite(text.data(), 1, text.size(), file) == text.size();
+  int reason = errno;
+  const bool isClosed = std::fclose(file) == 0;
+  if (isWritten && isClosed) return "";
+  if (isWritten) reason = errno;
+  removePartialFile(path);
+  return path + ": " + std::strerror(reason);
+}
+
+}  // namespace quorbel

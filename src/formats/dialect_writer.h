@@ -1,0 +1,27 @@
+#pragma once
+
+// Lattices as files in the viewer's dialect of HTK's Standard Lattice Format.
+
+#include <string>
+
+#include "words/word_lattice.h"
+
+namespace quorbel {
+
+/// Writes the lattice into `text`: header, nodes with their times, links with word, total and
+/// posterior (unless cyclic) and their own scores. Read by the viewer, the default label of a link
+/// is its word, its cost by default the total with its sign flipped.
+///
+/// Returns "" on success, else why the viewer could not read it: more than kMostNodes nodes, or a
+/// line of which no arrangement keeps the viewer from taking part of it for the header.
+std::string dialectText(const WordLattice& lattice, std::string& text);
+
+/// Writes the lattice so to the file `path`. Returns "" on success, else the path and the reason; a
+/// file that could not be written whole is removed.
+std::string writeDialectFile(const WordLattice& lattice, const std::string& path);
+
+/// Writes `text` to the file `path`. Returns "" on success, else the path and the reason; a regular
+/// file that could not be written whole is removed.
+std::string writeWholeFile(const std::string& path, const std::string& text);
+
+}  // namespace quorbel

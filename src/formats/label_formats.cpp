@@ -1,0 +1,124 @@
+#include "formats/label_formats.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <charconv>
+#include <cmath>
+
+#include "words/decimal.h"
+
+namespace quorbel {
+namespace {
+
+double startOf(const WordLattice& lattice, const WordLink& link) {
+  return lattice.nodes[static_cast<std::size_t>(link.start)].time;
+}
+
+double endOf(const WordLattice& lattice, const WordLink& link) {
+  return lattice.nodes[static_cast<std::size_t>(link.end)].time;
+}
+
+/// The number with so many digits behind the point.
+std::string fixed(double number, int digits) {
+  std::array<char, 400> text;  // the largest double has 309 digits
+  auto* const end = std::to_chars(text.data(), text.data() + text.size(), number,
+                                  std::chars_format::fixed, digits)
+                        .ptr;
+  std::string shown(text.data(), end);
+  const bool isZero = shown.find_first_not_of("-0.") == std::string::npos;
+  return isZero && shown[0] == '-' ? shown.substr(1) : shown;
+}
+
+bool isBreak(char c) { return static_cast<unsigned char>(c) <= ' ' || c == '\x7f'; }
+
+/// The text on one line.
+std::string onOneLine(std::string text) {
+  const auto isControl = [](char c) { return c != ' ' && isBreak(c); };
+  std::replace_if(text.begin(), text.end(), isControl, '_');
+  return text;
+}
+
+/// The text in one column: what would end it becomes "_".
+std::string inOneColumn(std::string text) {
+  std::replace_if(text.begin(), text.end(), isBreak, '_');
+  return text;
+}
+
+/// The word as HTK reads it back: in double quotes when it has blanks in it or begins like a quote
+/// or a number, with a backslash before what would end it, control characters in octal digits.
+std::string inHtkQuotes(const std::string& word) {
+  const unsigned char first = static_cast<unsigned char>(word[0]);
+  const bool isQuoted = std::any_of(word.begin(), word.end(), isBreak) || first == '\'' ||
+                        first == '"' || std::isdigit(first) || first == '-' || first == '+' ||
+                        first == '.';
+  std::string quoted;
+  for (const char c : word) {
+    const unsigned byte = static_cast<unsigned char>(c);
+    if (byte < ' ' || byte == 0x7F) {
+      quoted += '\\';
+      for (const unsigned shift : {6u, 3u, 0u})
+        quoted += static_cast<char>('0' + (byte >> shift & 7u));
+      continue;
+    }
+    if (c == '\\' || c == '"') quoted += '\\';
+    quoted += c;
+  }
+  return isQuoted ? '"' + quoted + '"' : quoted;
+}
+
+}  // namespace
+
+std::string pathsAsText(const WordLattice& lattice, const std::vector<LatticePath>& paths,
+                        const std::vector<double>& scores, const std::string& scoreName) {
+  std::string text;
+  for (std::size_t rank = 0; rank < paths.size(); ++rank) {
+    const LatticePath& path = paths[rank];
+    text += "path " + std::to_string(rank + 1) + ": " + scoreName + "=" +
+            exactNumber(rounded(path.score)) + ": " + onOneLine(wordsOf(lattice, path)) + "\n";
+    for (const std::size_t index : path.links) {
+      const WordLink& link = lattice.links[index];
+      text += "  " + exactNumber(startOf(lattice, link)) + "\t" +
+              exactNumber(endOf(lattice, link)) + "\t" + inOneColumn(link.word.text) + "\t" +
+              exactNumber(scores[index]) + "\tJ=" + std::to_string(link.id) + "\n";
+    }
+  }
+  return text;
+}
+
+std::string pathAsCtm(const WordLattice& lattice, const LatticePath& path,
+                      const std::string& utterance) {
+  constexpr int kTimeDigits = 3;
+  constexpr int kConfidenceDigits = 4;
+  std::string text;
+  for (const std::size_t index : path.links) {
+    const WordLink& link = lattice.links[index];
+    if (link.word.isNull()) continue;
+    const double start = startOf(lattice, link);
+    text += inOneColumn(utterance) + " 1 " + fixed(start, kTimeDigits) + " " +
+            fixed(std::max(0.0, endOf(lattice, link) - start), kTimeDigits) + " " +
+            inOneColumn(link.word.text);
+    if (!lattice.isCyclic) text += " " + fixed(std::exp(link.logPosterior), kConfidenceDigits);
+    text += "\n";
+  }
+  return text;
+}
+
+std::string pathsAsHtkLabels(const WordLattice& lattice, const std::vector<LatticePath>& paths,
+                             const std::vector<double>& scores) {
+  constexpr double kUnitsPerSecond = 1e7;
+  std::string text;
+  for (const LatticePath& path : paths) {
+    if (&path != paths.data()) text += "///\n";
+    for (const std::size_t index : path.links) {
+      const WordLink& link = lattice.links[index];
+      if (link.word.isNull()) continue;
+      text += fixed(startOf(lattice, link) * kUnitsPerSecond, 0) + " " +
+              fixed(endOf(lattice, link) * kUnitsPerSecond, 0) + " " + inHtkQuotes(link.word.text) +
+              " " + exactNumber(scores[index]) + "\n";
+    }
+  }
+  return text;
+}
+
+}  // namespace quorbel

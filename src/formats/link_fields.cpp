@@ -1,0 +1,168 @@
+#include "formats/link_fields.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+
+#include "formats/slf_line.h"
+#include "words/decimal.h"
+#include "words/word_text.h"
+
+namespace quorbel {
+namespace {
+
+double logOfBase(double base) { return base == 0.0 || base == 1.0 ? 1.0 : std::log(base); }
+
+bool isMinusInfinity(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return lower == "-inf" || lower == "-infinity";
+}
+
+std::string decoded(const SlfField& field) { return inUtf8(withoutEscapes(field.value)); }
+
+void setScore(std::vector<NamedScore>& scores, int name, double value, bool isAdded) {
+  for (NamedScore& score : scores) {
+    if (score.name != name) continue;
+    score.value = isAdded ? rounded(score.value + value) : value;
+    return;
+  }
+  scores.push_back({name, value});
+}
+
+/// An attribute that a link has of its own stays.
+void addAttribute(std::vector<WordAttribute>& attributes, const std::string& name,
+                  const std::string& value) {
+  const auto isKnown = [&](const WordAttribute& attribute) { return attribute.name == name; };
+  if (std::none_of(attributes.begin(), attributes.end(), isKnown))
+    attributes.push_back({name, value});
+}
+
+}  // namespace
+
+bool isDialectFile(const SlfFile& file) {
+  for (const SlfRecord& node : file.nodes)
+    for (std::size_t i = 0; i < node.fieldCount; ++i)
+      if (isWordKey(file.fields[node.firstField + i].key)) return false;
+  const auto isForeign = [](const SlfField& field) {
+    return isWordKey(field.key) && field.fragmentWord == SlfField::kNone && !field.isDoubleQuoted;
+  };
+  return !file.fragmentWords.empty() &&
+         std::none_of(file.fields.begin(), file.fields.end(), isForeign);
+}
+
+LinkFields::LinkFields(const SlfFile& file, WordLattice& lattice)
+    : m_File(file),
+      m_Lattice(lattice),
+      m_Keys(lattice.isDialect),
+      m_LogOfBase(logOfBase(file.header.base)) {
+  lattice.scales = file.header.scales;
+  lattice.scales.wordPenalty = rounded(lattice.scales.wordPenalty * m_LogOfBase);
+}
+
+std::string LinkFields::fill(WordLink& link, const SlfRecord* record, const SlfRecord& node) {
+  link.word.text.clear();
+  std::string error;
+  if (record) error = addFields(link, *record, false);
+  if (error.empty()) error = addFields(link, node, true);
+  if (link.word.text.empty()) link.word.text = kNullWord;
+  if (error.empty()) takeTotal(link);
+  return error;
+}
+
+std::string LinkFields::addFields(WordLink& link, const SlfRecord& record, bool isNode) {
+  const bool hasWord = !link.word.text.empty();
+  for (std::size_t i = 0; i < record.fieldCount; ++i) {
+    const SlfField& field = m_File.fields[record.firstField + i];
+    FieldMeaning& meaning = m_Keys.of(field.key);
+    std::string error;
+    switch (meaning.kind) {
+      case FieldMeaning::Kind::Word:
+        if (!isNode || !hasWord) setWord(link.word, field);
+        break;
+      case FieldMeaning::Kind::Variant: {
+        const std::optional<double> variant = numberOfField(field.value);
+        addAttribute(link.word.attributes, meaning.attributeName,
+                     variant ? exactNumber(*variant) : decoded(field));
+        break;
+      }
+      case FieldMeaning::Kind::LogScore:
+      case FieldMeaning::Kind::Other:
+        error = addScore(link, field, meaning, isNode);
+        break;
+      case FieldMeaning::Kind::Time:
+      case FieldMeaning::Kind::Dropped:
+        break;
+    }
+    if (!error.empty()) return "line " + std::to_string(record.line) + ": " + error;
+  }
+  return "";
+}
+
+void LinkFields::setWord(Word& word, const SlfField& field) const {
+  if (field.fragmentWord == SlfField::kNone) {
+    word.text = decoded(field);
+    word.xml.clear();
+    return;
+  }
+  word.text = m_File.fragmentWords[static_cast<std::size_t>(field.fragmentWord)];
+  word.xml = field.value;
+}
+
+std::string LinkFields::addScore(WordLink& link, const SlfField& field, FieldMeaning& meaning,
+                                 bool isNode) {
+  double value = 0.0;
+  if (meaning.kind == FieldMeaning::Kind::LogScore) {
+    if (std::string error = logScore(field, value); !error.empty()) return error;
+  } else if (const std::optional<double> number = numberOfField(field.value)) {
+    value = *number;
+  } else {
+    addAttribute(link.word.attributes, meaning.attributeName, decoded(field));
+    return "";
+  }
+  setScore(link.scores, m_Keys.scoreOf(meaning, m_Lattice.scoreNames), value, isNode);
+  return "";
+}
+
+/// A log likelihood in natural logarithms.
+std::string LinkFields::logScore(const SlfField& field, double& value) const {
+  const auto isNo = [&](const char* what) {
+    return std::string(field.key) + "=" + drawableText(decoded(field)) + " is no " + what;
+  };
+  const bool isProbability = m_File.header.base == 0.0;
+  if (!isProbability && isMinusInfinity(field.value)) {
+    value = kLogOfZero;
+    return "";
+  }
+  const std::optional<double> number = numberOfField(field.value);
+  if (!number) return isNo("number");
+  if (isProbability && *number < 0.0) return isNo("probability (base=0)");
+  if (isProbability)
+    value = *number == 0.0 ? kLogOfZero : rounded(std::log(*number));
+  else
+    value = m_LogOfBase == 1.0 ? *number : rounded(*number * m_LogOfBase);
+  return "";
+}
+
+/// The total is the sum of the scaled scores, unless the file brings one itself, which then is no
+/// further score of the link.
+void LinkFields::takeTotal(WordLink& link) const {
+  const ScoreScales& scales = m_Lattice.scales;
+  double total = link.word.isNull() ? 0.0 : scales.wordPenalty;
+  for (const NamedScore& score : link.scores) {
+    const std::string& name = m_Lattice.scoreNames[static_cast<std::size_t>(score.name)];
+    if (name == "a") total += scales.acoustic * score.value;
+    if (name == "l") total += scales.language * score.value;
+    if (name == "r") total += scales.pronunciation * score.value;
+  }
+  link.total = rounded(total);
+  const auto own =
+      std::find_if(link.scores.begin(), link.scores.end(), [&](const NamedScore& score) {
+        return m_Lattice.scoreNames[static_cast<std::size_t>(score.name)] == kTotalName;
+      });
+  if (own == link.scores.end()) return;
+  link.total = own->value;
+  link.scores.erase(own);
+}
+
+}  // namespace quorbel

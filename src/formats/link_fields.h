@@ -1,0 +1,47 @@
+#pragma once
+
+// What the fields of a link and of the node that it enters say together: its word and its scores.
+
+#include <string>
+#include <vector>
+
+#include "formats/field_keys.h"
+#include "formats/slf_file.h"
+#include "words/word_lattice.h"
+
+namespace quorbel {
+
+/// What the logarithm of the probability 0 is written as: as good as impossible, yet far above what
+/// the viewer's search counts as out of reach.
+inline constexpr double kLogOfZero = -1e6;
+
+/// Whether the words of the file are in the form that the viewer takes: XML fragments, or some in
+/// double quotes beside them, all on links.
+bool isDialectFile(const SlfFile& file);
+
+/// Makes the links of one file. A word and scores on a node belong to the links that enter it; a
+/// link's own word counts more, and scores of the same name add up.
+class LinkFields {
+ public:
+  /// Score names join those of `lattice`, whose scales and penalty make the totals. Both outlive
+  /// this object.
+  LinkFields(const SlfFile& file, WordLattice& lattice);
+
+  /// Gives `link` its word and scores from the fields of `record` (null: none) and of `node`.
+  /// Returns "" on success, else what is wrong with which line.
+  std::string fill(WordLink& link, const SlfRecord* record, const SlfRecord& node);
+
+ private:
+  std::string addFields(WordLink& link, const SlfRecord& record, bool isNode);
+  std::string addScore(WordLink& link, const SlfField& field, FieldMeaning& meaning, bool isNode);
+  std::string logScore(const SlfField& field, double& value) const;
+  void setWord(Word& word, const SlfField& field) const;
+  void takeTotal(WordLink& link) const;
+
+  const SlfFile& m_File;
+  WordLattice& m_Lattice;
+  FieldKeys m_Keys;
+  const double m_LogOfBase;  ///< factor from the file's logarithms to natural ones
+};
+
+}  // namespace quorbel

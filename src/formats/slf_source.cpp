@@ -1,0 +1,49 @@
+#include "formats/slf_source.h"
+
+#include <zlib.h>
+
+#include <cerrno>
+#include <cstring>
+#include <memory>
+
+namespace quorbel {
+namespace {
+
+constexpr std::size_t kMostBytes = std::size_t{1} << 30u;
+
+/// What zlib says about a file that it could not read on.
+std::string reasonOf(gzFile file) {
+  int code = Z_OK;
+  const char* text = gzerror(file, &code);
+  if (code == Z_BUF_ERROR) return "the compressed data end too early";
+  if (code == Z_DATA_ERROR) return "the compressed data are damaged";
+  if (code == Z_ERRNO) return std::strerror(errno);
+  return text;
+}
+
+}  // namespace
+
+std::string readWholeFile(const std::string& path, std::string& bytes) {
+  constexpr unsigned kStep = 1u << 18u;
+  errno = 0;
+  gzFile opened = gzopen(path.c_str(), "rb");
+  if (!opened) return errno != 0 ? std::strerror(errno) : "not enough memory";
+  const std::unique_ptr<gzFile_s, int (*)(gzFile)> file(opened, &gzclose);
+  gzbuffer(file.get(), kStep);
+
+  bytes.clear();
+  for (std::size_t used = 0;;) {
+    if (used > kMostBytes) return "more than 1 GiB of text";
+    if (bytes.size() < used + kStep) bytes.resize(2 * used + kStep);
+    const int count = gzread(file.get(), &bytes[used], kStep);
+    if (count < 0) return reasonOf(file.get());
+    used += static_cast<std::size_t>(count);
+    if (static_cast<unsigned>(count) == kStep) continue;
+    int code = Z_OK;
+    gzerror(file.get(), &code);
+    bytes.resize(used);
+    return code == Z_OK || code == Z_STREAM_END ? "" : reasonOf(file.get());
+  }
+}
+
+}  // namespace quorbel

@@ -1,0 +1,118 @@
+#include "measures/lattice_summary.h"
+
+#include <algorithm>
+
+#include "lattice/htk_reader.h"
+#include "lattice/number_text.h"
+#include "lattice/shortest_path.h"
+#include "measures/best_paths.h"
+#include "words/decimal.h"
+#include "words/word_text.h"
+
+namespace quorbel {
+namespace {
+
+/// From so many links on `dot` takes several seconds for a drawing.
+constexpr std::size_t kSlowToDraw = 600;
+
+/// What a row of the summary begins with, in a column of its own.
+std::string row(const std::string& name, const std::string& value) {
+  constexpr std::size_t kColumn = 18;
+  std::string text = name + ":";
+  text.resize(std::max(kColumn, text.size() + 1), ' ');
+  return text + value + "\n";
+}
+
+std::string nodeText(const WordLattice& lattice, std::size_t index) {
+  const int inFile = lattice.nodes[index].fileIndex;
+  return std::to_string(index) + (inFile < 0 ? " (joined to those of the file)"
+                                             : " (" + std::to_string(inFile) + " in the file)");
+}
+
+std::string scoreRows(const WordLattice& lattice) {
+  std::string rows;
+  for (const std::string& name : scoreNamesOf(lattice)) {
+    double lowest = 0.0;
+    double highest = 0.0;
+    std::size_t count = 0;
+    const auto see = [&](double value) {
+      lowest = count == 0 ? value : std::min(lowest, value);
+      highest = count == 0 ? value : std::max(highest, value);
+      ++count;
+    };
+    for (const WordLink& link : lattice.links) {
+      if (name == kTotalName) see(link.total);
+      if (name == kPosteriorName) see(link.logPosterior);
+      for (const NamedScore& score : link.scores)
+        if (lattice.scoreNames[static_cast<std::size_t>(score.name)] == name) see(score.value);
+    }
+    rows += row("score " + name, formatNumber(lowest) + " to " + formatNumber(highest) + " on " +
+                                     std::to_string(count) + " links");
+  }
+  return rows;
+}
+
+std::string bestPathRow(const WordLattice& lattice) {
+  std::vector<LatticePath> paths;
+  const std::string error = findBestPaths(lattice, *scoresNamed(lattice, kTotalName), 1, paths);
+  if (!error.empty()) return row("best path", "none: " + error);
+  return row("best path", kTotalName + "=" + formatNumber(paths[0].score) + ": " +
+                              drawableText(wordsOf(lattice, paths[0])));
+}
+
+}  // namespace
+
+std::string summaryOf(const WordLattice& lattice) {
+  std::string text;
+  if (!lattice.utterance.empty()) text += row("utterance", drawableText(lattice.utterance));
+  text += row("words", lattice.isDialect ? "XML fragments, as the viewer reads them"
+                                         : "plain, to be imported for the viewer");
+  text += row("nodes", std::to_string(lattice.nodes.size()));
+  text += row("links", std::to_string(lattice.links.size()));
+  const double duration = lattice.nodes.back().time - lattice.nodes.front().time;
+  if (lattice.hasTimes) {
+    text += row("duration", formatNumber(duration) + " s");
+    if (duration > 0.0)
+      text += row("links per second",
+                  formatNumber(static_cast<double>(lattice.links.size()) / duration));
+  } else {
+    text += row("duration", "not known: no node has a time");
+  }
+  text += row("start node", nodeText(lattice, 0));
+  text += row("end node", nodeText(lattice, lattice.nodes.size() - 1));
+  text += row("cyclic", lattice.isCyclic ? "yes" : "no");
+  text += scoreRows(lattice);
+  text += bestPathRow(lattice);
+  for (const std::string& warning : warningsAbout(lattice)) text += row("note", warning);
+  return text;
+}
+
+std::vector<std::string> warningsAbout(const WordLattice& lattice) {
+  std::vector<std::string> warnings;
+  if (!lattice.hasTimes)
+    warnings.emplace_back("no node has a time; its depth in the lattice stands for it");
+  const auto isPositive = [](const WordLink& link) { return link.total > 0.0; };
+  if (const std::optional<int> first = firstPositiveTotal(lattice)) {
+    const auto count = std::count_if(lattice.links.begin(), lattice.links.end(), isPositive);
+    warnings.push_back("the TOTAL of " + std::to_string(count) +
+                       " links is positive (the first: J=" + std::to_string(*first) +
+                       "), so the viewer's search may miss the best path");
+  }
+  std::vector<LatticePath> paths;
+  const std::string error = findBestPaths(lattice, *scoresNamed(lattice, kTotalName), 1, paths);
+  if (!error.empty())
+    warnings.push_back("there is no best path: " + error);
+  else if (-paths[0].score >= NO_EDGE_COST)
+    warnings.push_back("the best path costs " + formatNumber(-paths[0].score) +
+                       ", more than the viewer's search can reach");
+  if (lattice.nodes.size() > static_cast<std::size_t>(kMostNodes))
+    warnings.push_back("the viewer opens at most " + std::to_string(kMostNodes) +
+                       " nodes; make it smaller with \"quorbel-lattice prune\"");
+  else if (lattice.links.size() > kSlowToDraw)
+    warnings.push_back("drawing " + std::to_string(lattice.links.size()) +
+                       " links takes long; \"quorbel-lattice prune IN OUT --links 300\" makes a "
+                       "lattice that is drawn in a moment");
+  return warnings;
+}
+
+}  // namespace quorbel

@@ -1,0 +1,73 @@
+// Lattices of real toolkits: each is imported, or refused for a reason that is true, and the viewer
+// finds the recogniser's best path in it. Needs QUORBEL_SAMPLES, the folder with them.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+
+#include "formats/dialect_writer.h"
+#include "formats/lattice_text.h"
+#include "formats/normalise.h"
+#include "measures/best_paths.h"
+#include "temporary_folder.h"
+#include "words/word_text.h"
+
+namespace quorbel {
+namespace {
+
+std::vector<std::filesystem::path> samples() {
+  std::vector<std::filesystem::path> paths;
+  const char* folder = std::getenv("QUORBEL_SAMPLES");
+  if (!folder) return paths;
+  for (const auto& entry : std::filesystem::directory_iterator(folder))
+    if (entry.path().filename() != "sources.txt") paths.push_back(entry.path());
+  std::sort(paths.begin(), paths.end());
+  return paths;
+}
+
+/// What a refusal must have to do with the file.
+bool isTrueOf(const std::string& error, const std::string& bytes) {
+  if (error.find("SUBLAT") != std::string::npos) return bytes.find("SUBLAT=") != std::string::npos;
+  if (error.find("binary") != std::string::npos) return bytes.find('~') != std::string::npos;
+  return false;
+}
+
+TEST(Samples, ImportAndAgreeWithTheViewer) {
+  ASSERT_FALSE(samples().empty());
+  const TemporaryFolder folder;
+  for (const std::filesystem::path& path : samples()) {
+    SCOPED_TRACE(path.filename());
+    WordLattice lattice;
+    const std::string error = readWordLattice(path, lattice);
+    if (!error.empty()) {
+      EXPECT_TRUE(isTrueOf(error, textOf(path))) << error;
+      continue;
+    }
+    std::string dialect;
+    ASSERT_EQ(dialectText(lattice, dialect), "");
+    const ViewerView view = openInViewer(dialect);
+    ASSERT_EQ(view.error, "");
+    EXPECT_EQ(view.scoreName, "TOTAL");
+    std::vector<std::string> words;
+    for (const WordLink& link : lattice.links) words.push_back(drawableText(link.word.text));
+    EXPECT_EQ(view.labels, words);
+
+    const std::optional<int> positive = firstPositiveTotal(lattice);
+    std::vector<LatticePath> paths;
+    const std::string noPath = findBestPaths(lattice, *scoresNamed(lattice, "TOTAL"), 1, paths);
+    if (positive) {
+      std::cout << path.filename() << ": the TOTAL of link " << *positive << " is positive\n";
+      continue;
+    }
+    ASSERT_EQ(noPath, "");
+    EXPECT_NEAR(view.cost, -paths[0].score, 1e-6);
+    EXPECT_EQ(view.words, drawableText(wordsOf(lattice, paths[0])));
+    std::cout << path.filename() << ": " << -view.cost << " " << view.words << "\n";
+  }
+}
+
+}  // namespace
+}  // namespace quorbel

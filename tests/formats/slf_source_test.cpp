@@ -1,0 +1,82 @@
+#include "formats/slf_source.h"
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include "formats/normalise.h"
+#include "temporary_folder.h"
+
+namespace quorbel {
+namespace {
+
+const std::string kLattice =
+    "N=2 L=1\nI=0 t=0\nI=1 t=1\nJ=0 S=0 E=1 W=\"a word that is long enough to compress\" a=-1\n";
+
+void writeCompressed(const std::string& path, const std::string& text) {
+  gzFile file = gzopen(path.c_str(), "wb");
+  ASSERT_NE(file, nullptr);
+  EXPECT_EQ(gzwrite(file, text.data(), static_cast<unsigned>(text.size())),
+            static_cast<int>(text.size()));
+  EXPECT_EQ(gzclose(file), Z_OK);
+}
+
+class SlfSource : public ::testing::Test {
+ protected:
+  /// The message for a file, or its bytes.
+  std::string read(const std::string& path) {
+    std::string bytes;
+    const std::string error = readWholeFile(path, bytes);
+    return error.empty() ? bytes : "error: " + error;
+  }
+  TemporaryFolder m_Folder;
+};
+
+TEST_F(SlfSource, ReadsPlainAndCompressedFilesAlike) {
+  m_Folder.write("plain.slf", kLattice);
+  writeCompressed("packed.slf", kLattice);
+  EXPECT_NE(textOf("packed.slf"), kLattice);
+  EXPECT_EQ(read("plain.slf"), kLattice);
+  EXPECT_EQ(read("packed.slf"), kLattice);
+}
+
+TEST_F(SlfSource, ReadsFilesOfAnyLength) {
+  for (const std::size_t size : {std::size_t{0}, std::size_t{1}, (std::size_t{1} << 18u) - 1,
+                                 std::size_t{1} << 18u, (std::size_t{1} << 20u) + 7}) {
+    std::string text(size, 'x');
+    for (std::size_t i = 0; i < size; i += 997) text[i] = static_cast<char>('a' + i % 26);
+    m_Folder.write("plain", text);
+    writeCompressed("packed", text);
+    EXPECT_EQ(read("plain"), text) << size;
+    EXPECT_EQ(read("packed"), text) << size;
+  }
+}
+
+TEST_F(SlfSource, RefusesCompressedDataThatAreCutShort) {
+  writeCompressed("whole.gz", kLattice);
+  const std::string whole = textOf("whole.gz");
+  for (const std::size_t size : {whole.size() - 1, whole.size() / 2, std::size_t{15}}) {
+    m_Folder.write("cut.gz", whole.substr(0, size));
+    EXPECT_EQ(read("cut.gz"), "error: the compressed data end too early") << size;
+  }
+}
+
+TEST_F(SlfSource, RefusesCompressedDataThatAreDamaged) {
+  writeCompressed("damaged.gz", kLattice);
+  std::string bytes = textOf("damaged.gz");
+  bytes[bytes.size() - 6] ^= 0x55;  // in the check sum
+  m_Folder.write("damaged.gz", bytes);
+  EXPECT_EQ(read("damaged.gz"), "error: the compressed data are damaged");
+}
+
+TEST_F(SlfSource, SaysWhyAFileCannotBeRead) {
+  std::filesystem::create_directory("folder");
+  EXPECT_EQ(read("missing"), "error: No such file or directory");
+  EXPECT_EQ(read("folder"), "error: Is a directory");
+  WordLattice lattice;
+  EXPECT_EQ(readWordLattice("missing", lattice), "missing: No such file or directory");
+  m_Folder.write("wrong.slf", "N=x\n");
+  EXPECT_EQ(readWordLattice("wrong.slf", lattice), "wrong.slf: line 1: N=x is no number from 0 on");
+}
+
+}  // namespace
+}  // namespace quorbel
