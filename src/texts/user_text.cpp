@@ -1,7 +1,7 @@
 #include "texts/user_text.h"
 
 #include <glib.h>
-#include <glibmm/convert.h>
+#include <glibmm/utility.h>
 
 namespace quorbel {
 
