@@ -48,7 +48,7 @@ class FilesTest(unittest.TestCase):
         expected = {
             "bin/quorbel", "bin/quorbel-lattice", "lib/quorbel/quorbel",
             "share/applications/quorbel.desktop", "share/man/man1/quorbel.1.gz",
-            "share/man/man1/quorbel-lattice.1.gz",
+            "share/man/man1/quorbel-lattice.1.gz", "share/doc/quorbel/manual.md",
             "share/metainfo/quorbel.metainfo.xml", "share/mime/packages/quorbel.xml",
             "share/icons/hicolor/scalable/apps/quorbel.svg",
             *(f"share/icons/hicolor/{size}x{size}/apps/quorbel.png" for size in ICON_SIZES),
@@ -171,6 +171,12 @@ class ManualTest(unittest.TestCase):
         self.assertGreaterEqual(len(list(examples.iterdir())), 8)
         for example in examples.iterdir():
             self.assertIn(example.name, self.source)
+
+    def test_names_the_manual_where_it_is_installed(self):
+        path = "share/doc/quorbel/manual.md"
+        self.assertTrue((STAGING / path).is_file())
+        for name in ("quorbel", "quorbel-lattice"):
+            self.assertIn(f"/usr/{path}", manual(name).partition("SEE ALSO")[2])
 
     def test_names_every_option_of_the_help(self):
         shown = run(STAGING / "bin" / "quorbel", "--help")

@@ -1,4 +1,4 @@
-"""The tables of the README name every message that the program has, and no other.
+"""The tables of the manual name every message that the program has, and no other.
 
 Needs QUORBEL_SOURCE, the folder of the sources.
 """
@@ -18,9 +18,9 @@ VIEWER = ("app", "dialogs", "lattice", "layout", "sound")  # folders of its sour
 OF_OTHERS = ("cannot open display", "basic_string::substr")  # toolkit, standard library
 
 
-def readme_messages():
+def manual_messages():
     """The messages in the tables, as lists of their fixed parts."""
-    text = (SOURCE / "README.md").read_text("utf-8")
+    text = (SOURCE / "docs" / "manual.md").read_text("utf-8")
     section = text.partition("## What it says")[2].partition("\n## ")[0]
     cells = [row.split("|")[1] for row in section.splitlines() if row.startswith("| ")]
     messages = [quoted for cell in cells for quoted in re.findall(r"`([^`]*)`", cell)
@@ -60,23 +60,23 @@ def launcher_messages():
 class MessagesTest(unittest.TestCase):
     maxDiff = None
 
-    def test_every_message_of_the_readme_is_in_the_code(self):
+    def test_every_message_of_the_manual_is_in_the_code(self):
         code = "".join(re.sub(r'"\s*\n\s*"', "", path.read_text("utf-8")).replace('\\"', '"')
                        for path in (SOURCE / "src").rglob("*") if path.suffix in (".cpp", ".in"))
-        messages = readme_messages()
+        messages = manual_messages()
         self.assertGreaterEqual(len(messages), 25)
         self.assertEqual([], [part for message in messages for part in parts(message)
                               if part not in code])
 
-    def test_every_message_of_the_viewer_is_in_the_readme(self):
-        listed = [part for message in readme_messages() for part in parts(message)]
+    def test_every_message_of_the_viewer_is_in_the_manual(self):
+        listed = [part for message in manual_messages() for part in parts(message)]
         said = viewer_messages()
         self.assertGreaterEqual(len(said), 14, said)
         self.assertEqual(set(), {text for text in said
                                  if text.removeprefix("quorbel: ") not in listed})
 
-    def test_every_message_of_the_launcher_is_in_the_readme(self):
-        listed = " ".join(part for message in readme_messages() for part in parts(message))
+    def test_every_message_of_the_launcher_is_in_the_manual(self):
+        listed = " ".join(part for message in manual_messages() for part in parts(message))
         said = launcher_messages()
         self.assertGreaterEqual(len(said), 9, said)
         self.assertEqual(set(), {text for text in said if text not in listed})

@@ -1,0 +1,59 @@
+"""What the documents link to and name is there.
+
+Needs QUORBEL_SOURCE, the folder of the sources.
+"""
+
+import os
+import pathlib
+import re
+import unittest
+
+SOURCE = pathlib.Path(os.environ["QUORBEL_SOURCE"])
+DOCUMENTS = ("README.md", "CONTRIBUTING.md", "CHANGELOG.md", "docs/manual.md", "examples/README.md")
+FOLDERS = "src|tests|scripts|docs|examples|images|desktop|packaging"
+
+
+def text_of(document):
+    return (SOURCE / document).read_text("utf-8")
+
+
+def headings(document):
+    return re.findall(r"(?m)^##+ (.+)$", text_of(document))
+
+
+def anchor(heading):
+    """The name by which a heading is linked to."""
+    return re.sub(r"[^\w -]", "", heading.lower()).replace(" ", "-")
+
+
+class DocumentsTest(unittest.TestCase):
+    maxDiff = None
+
+    def test_every_relative_link_leads_somewhere(self):
+        links = [(document, *link.partition("#")[::2]) for document in DOCUMENTS
+                 for link in re.findall(r"\]\(([^)]+)\)", text_of(document)) if "://" not in link]
+        self.assertGreaterEqual(len(links), 15)
+        for document, file, part in links:
+            target = (SOURCE / document).parent / file if file else SOURCE / document
+            self.assertTrue(target.exists(), (document, file))
+            if part:
+                self.assertIn(part, [anchor(heading) for heading in headings(target)], document)
+
+    def test_every_file_that_is_named_exists(self):
+        names = [(document, name) for document in DOCUMENTS
+                 for name in re.findall(rf"(?<![\w/.-])(?:{FOLDERS})/[\w./-]*\w", text_of(document))]
+        self.assertGreaterEqual(len(names), 40)
+        self.assertEqual([], [found for found in names if not (SOURCE / found[1]).exists()])
+
+    def test_contents_of_the_manual_are_its_headings(self):
+        contents = text_of("docs/manual.md").partition("\n## ")[0]
+        self.assertEqual([(heading, anchor(heading)) for heading in headings("docs/manual.md")],
+                         re.findall(r"(?m)^- \[(.+)\]\(#(.+)\)$", contents))
+
+    def test_manual_links_only_within_itself(self):
+        links = re.findall(r"\]\(([^)]+)\)", text_of("docs/manual.md"))
+        self.assertEqual([], [link for link in links if not link.startswith("#")])
+
+
+if __name__ == "__main__":
+    unittest.main()
