@@ -18,10 +18,11 @@ constexpr const char* kExact = "exact";
 /// Tells apart quickly what cannot be XML, such as "<s>": most words that begin with "<" are
 /// markers of a toolkit.
 bool looksLikeXml(std::string_view fragment) {
-  if (fragment.size() < 4 || fragment.back() != '>') return false;
+  if (fragment.size() < 4) return false;
   const unsigned char first = static_cast<unsigned char>(fragment[1]);
   if (!std::isalpha(first) && first != '_' && first < 0x80) return false;
-  return fragment[fragment.size() - 2] == '/' || fragment.find("</") != std::string_view::npos;
+  return fragment.find("/>") != std::string_view::npos ||
+         fragment.find("</") != std::string_view::npos;
 }
 
 std::string trimmed(const std::string& text) {
@@ -86,18 +87,6 @@ void appendAttribute(std::string& line, std::string_view name, const std::string
 
 bool isFreeAttribute(std::string_view name) {
   return name != "in" && name != "out" && name != kExact && name.substr(0, 3) != "xml";
-}
-
-std::optional<std::size_t> fragmentEnd(std::string_view line, std::size_t pos) {
-  const std::size_t lastOpening = line.rfind('<');
-  int depth = 0;
-  for (; pos < line.size(); ++pos) {
-    if (line[pos] == '<') ++depth;
-    if (line[pos] != '>') continue;
-    --depth;
-    if (depth == 0 && pos >= lastOpening) return pos + 1;
-  }
-  return std::nullopt;
 }
 
 std::optional<std::string> wordOfFragment(std::string_view fragment) {

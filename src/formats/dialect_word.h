@@ -2,7 +2,6 @@
 
 // Words as XML fragments, the form in which the viewer takes them.
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,11 +14,6 @@ namespace quorbel {
 /// "exact"), what the viewer draws beside the word ("out") and names that XML keeps for itself
 /// cannot.
 bool isFreeAttribute(std::string_view name);
-
-/// Where the XML fragment that begins at `pos` of the line ends by the viewer's rule: behind the
-/// first ">" that balances the angle brackets with no "<" after it on the line. None when the
-/// brackets stay open.
-std::optional<std::size_t> fragmentEnd(std::string_view line, std::size_t pos);
 
 /// The word that an XML fragment is: its element's attribute "exact" or the first attribute in it,
 /// else its text without white space at the ends. None for what is no XML ("<s>"), or has neither.

@@ -1,7 +1,6 @@
 #include "formats/dialect_writer.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
@@ -10,6 +9,7 @@
 #include <string_view>
 
 #include "lattice/htk_reader.h"
+#include "lattice/reading_rules.h"
 #include "layout/partial_file.h"
 #include "words/decimal.h"
 #include "words/word_text.h"
@@ -17,38 +17,13 @@
 namespace quorbel {
 namespace {
 
-/// The viewer reads lines in stretches of so many bytes when it looks for start and end node.
-constexpr std::size_t kStretch = 2000;
-
-bool isNumberNext(std::string_view text) {
-  std::size_t pos = 0;
-  while (pos < text.size() && std::isspace(static_cast<unsigned char>(text[pos]))) ++pos;
-  if (pos < text.size() && (text[pos] == '-' || text[pos] == '+')) ++pos;
-  return pos < text.size() && std::isdigit(static_cast<unsigned char>(text[pos]));
-}
-
-/// Whether a stretch of the line would be taken for a line that names the start or end node.
-bool namesEndPoint(std::string_view line) {
-  for (std::size_t begin = 0; begin < line.size(); begin += kStretch) {
-    const std::string_view stretch = line.substr(begin, kStretch);
-    for (const std::string_view key : {"start=", "end="})
-      if (stretch.substr(0, key.size()) == key && isNumberNext(stretch.substr(key.size())))
-        return true;
-  }
-  return false;
-}
-
 /// Appends a line; blanks at its beginning move it until no stretch begins with the wrong words.
 bool appendLine(std::string& text, const std::string& line) {
-  if (line.size() < kStretch || !namesEndPoint(line)) {
+  for (std::size_t blanks = 0; blanks < kEndPointStretch; ++blanks) {
+    if (namesEndPoint(line, blanks)) continue;
+    text.append(blanks, ' ');
     text += line;
     text += '\n';
-    return true;
-  }
-  for (std::size_t blanks = 1; blanks < kStretch; ++blanks) {
-    const std::string moved = std::string(blanks, ' ') + line;
-    if (namesEndPoint(moved)) continue;
-    text += moved + '\n';
     return true;
   }
   return false;

@@ -2,28 +2,15 @@
 
 #include <algorithm>
 #include <cctype>
-#include <unordered_set>
 
 #include "formats/dialect_word.h"
-#include "formats/slf_file.h"
-#include "formats/slf_line.h"
+#include "lattice/reading_rules.h"
 #include "words/word_lattice.h"
 
 namespace quorbel {
 namespace {
 
 constexpr std::string_view kPrefix = "x_";
-
-/// The keys that the viewer's reader does not take for scores.
-bool isReaderKey(const std::string& name) {
-  static const std::unordered_set<std::string> keys = {
-      "VERSION",   "version",   "UTTERANCE", "utterance", "LMSCALE", "lmscale",
-      "WDPENALTY", "wdpenalty", "CONTEXT",   "context",   "W",       "WORD",
-      "word",      "I",         "J",         "t",         "TIME",    "time",
-      "S",         "START",     "start",     "E",         "END",     "end",
-      "N",         "NODES",     "nodes",     "L",         "LINKS",   "links"};
-  return keys.count(name) != 0;
-}
 
 bool isPlain(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '.' || c == '-';
@@ -46,8 +33,9 @@ std::string_view shortKey(std::string_view key) {
 }
 
 FieldMeaning::Kind kindOf(std::string_view key, bool isDialect) {
-  if (isWordKey(key)) return FieldMeaning::Kind::Word;
-  if (isTimeKey(key)) return FieldMeaning::Kind::Time;
+  const ReaderKey meaning = readerKey(key);
+  if (meaning == ReaderKey::Word) return FieldMeaning::Kind::Word;
+  if (meaning == ReaderKey::Time) return FieldMeaning::Kind::Time;
   if (key == "a" || key == "l" || key == "n" || key == "r") return FieldMeaning::Kind::LogScore;
   if (key == "v" && !isDialect) return FieldMeaning::Kind::Variant;
   if (key == kPosteriorName && isDialect) return FieldMeaning::Kind::Dropped;
@@ -58,7 +46,7 @@ FieldMeaning::Kind kindOf(std::string_view key, bool isDialect) {
 
 std::string viewerScoreName(std::string_view key) {
   std::string name = plainName(key);
-  const bool isTaken = isReaderKey(name) || name == kPosteriorName;
+  const bool isTaken = readerKey(name) != ReaderKey::Score || name == kPosteriorName;
   return isTaken || !(kTotalName < name) ? std::string(kPrefix) + name : name;
 }
 

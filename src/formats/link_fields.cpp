@@ -4,7 +4,6 @@
 #include <cctype>
 #include <cmath>
 
-#include "formats/slf_line.h"
 #include "words/decimal.h"
 #include "words/word_text.h"
 
@@ -43,9 +42,10 @@ void addAttribute(std::vector<WordAttribute>& attributes, const std::string& nam
 bool isDialectFile(const SlfFile& file) {
   for (const SlfRecord& node : file.nodes)
     for (std::size_t i = 0; i < node.fieldCount; ++i)
-      if (isWordKey(file.fields[node.firstField + i].key)) return false;
+      if (file.fields[node.firstField + i].meaning == ReaderKey::Word) return false;
   const auto isForeign = [](const SlfField& field) {
-    return isWordKey(field.key) && field.fragmentWord == SlfField::kNone && !field.isDoubleQuoted;
+    return field.meaning == ReaderKey::Word && field.fragmentWord == SlfField::kNone &&
+           !field.isDoubleQuoted;
   };
   return !file.fragmentWords.empty() &&
          std::none_of(file.fields.begin(), file.fields.end(), isForeign);
@@ -105,8 +105,9 @@ void LinkFields::setWord(Word& word, const SlfField& field) const {
     word.xml.clear();
     return;
   }
-  word.text = m_File.fragmentWords[static_cast<std::size_t>(field.fragmentWord)];
-  word.xml = field.value;
+  const FragmentWord& fragment = m_File.fragmentWords[static_cast<std::size_t>(field.fragmentWord)];
+  word.text = fragment.text;
+  word.xml = fragment.isXml ? field.value : std::string_view();
 }
 
 std::string LinkFields::addScore(WordLink& link, const SlfField& field, FieldMeaning& meaning,

@@ -71,7 +71,7 @@ std::string Normalising::makeNodes() {
     m_Lattice.nodes[slot(node.id)].fileIndex = node.id;
     for (std::size_t i = 0; i < node.fieldCount; ++i) {
       const SlfField& field = m_File.fields[node.firstField + i];
-      if (!isTimeKey(field.key)) continue;
+      if (field.meaning != ReaderKey::Time) continue;
       const std::optional<double> time = numberOfField(field.value);
       if (!time)
         return "line " + std::to_string(node.line) + ": " + std::string(field.key) + "=" +

@@ -5,17 +5,11 @@
 #include <utility>
 
 #include "formats/slf_checks.h"
-#include "formats/slf_line.h"
 #include "words/decimal.h"
 #include "words/word_text.h"
 
 namespace quorbel {
 namespace {
-
-bool isNodeCountKey(std::string_view key) { return key == "N" || key == "NODES" || key == "nodes"; }
-bool isLinkCountKey(std::string_view key) { return key == "L" || key == "LINKS" || key == "links"; }
-bool isLinkStartKey(std::string_view key) { return key == "S" || key == "START" || key == "start"; }
-bool isLinkEndKey(std::string_view key) { return key == "E" || key == "END" || key == "end"; }
 
 std::string inLowerCase(std::string_view key) {
   std::string lower(key);
@@ -97,8 +91,10 @@ std::string SlfReading::takeIndex(std::string_view text) {
   std::string laterError;
   bool isFirst = true;
   for (; line.next(token, laterError); isFirst = false) {
-    if (isNodeCountKey(token.key) || isLinkCountKey(token.key)) return "";  // the header's
-    if (token.key == "I" || token.key == "J") return isFirst ? "" : take(token);
+    if (token.meaning == ReaderKey::NodeCount || token.meaning == ReaderKey::LinkCount)
+      return "";  // the header's
+    if (token.meaning == ReaderKey::NodeIndex || token.meaning == ReaderKey::LinkId)
+      return isFirst ? "" : take(token);
   }
   return "";
 }
@@ -113,20 +109,20 @@ std::string SlfReading::take(SlfToken& token) {
     *m_Text += " " + inUtf8(withoutEscapes(token.value));
     return "";
   }
-  if (token.key == "I") {
+  if (token.meaning == ReaderKey::NodeIndex) {
     m_Type = Record::Node;
     return takeInteger(token, m_Record.id);
   }
-  if (token.key == "J") {
+  if (token.meaning == ReaderKey::LinkId) {
     m_Type = Record::Link;
     return takeInteger(token, m_Record.id);
   }
   if (m_Type == Record::Header) return takeHeader(token);
-  if (m_Type == Record::Link && isLinkStartKey(token.key)) {
+  if (m_Type == Record::Link && token.meaning == ReaderKey::LinkStart) {
     m_HasStart = true;
     return takeInteger(token, m_Record.start);
   }
-  if (m_Type == Record::Link && isLinkEndKey(token.key)) {
+  if (m_Type == Record::Link && token.meaning == ReaderKey::LinkEnd) {
     m_HasEnd = true;
     return takeInteger(token, m_Record.end);
   }
@@ -143,11 +139,11 @@ std::string SlfReading::take(SlfToken& token) {
 std::string SlfReading::takeHeader(const SlfToken& token) {
   SlfHeader& header = m_File.header;
   m_Text = nullptr;
-  if (isNodeCountKey(token.key)) {
+  if (token.meaning == ReaderKey::NodeCount) {
     header.nodeCountLine = m_Line;
     return takeCount(token, header.nodeCount);
   }
-  if (isLinkCountKey(token.key)) {
+  if (token.meaning == ReaderKey::LinkCount) {
     header.linkCountLine = m_Line;
     return takeCount(token, header.linkCount);
   }
@@ -224,6 +220,7 @@ void SlfReading::addField(SlfToken& token) {
   SlfField field;
   field.key = token.key;
   field.value = token.value;
+  field.meaning = token.meaning;
   field.isDoubleQuoted = token.form == SlfToken::Form::DoubleQuoted;
   if (token.form == SlfToken::Form::Fragment) {
     field.fragmentWord = static_cast<int>(m_File.fragmentWords.size());
@@ -247,8 +244,6 @@ std::string SlfReading::endRecord() {
 }
 
 }  // namespace
-
-bool isTimeKey(std::string_view key) { return key == "t" || key == "time" || key == "TIME"; }
 
 std::string parseSlf(SlfFile& file) { return SlfReading(file).read(); }
 

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "formats/slf_line.h"
 #include "words/word_lattice.h"
 
 namespace quorbel {
@@ -35,6 +36,7 @@ struct SlfField {
   std::string_view key;
   std::string_view value;    ///< without quotes, escapes as the file has them
   int fragmentWord = kNone;  ///< for an XML fragment: which of `SlfFile::fragmentWords` it says
+  ReaderKey meaning = ReaderKey::Score;  ///< of the key, to the viewer's reader
   bool isDoubleQuoted = false;
 
   static constexpr int kNone = -1;
@@ -57,15 +59,12 @@ struct SlfFile {
   std::vector<SlfRecord> nodes;  ///< by their index
   std::vector<SlfRecord> links;  ///< in the order of the file
   std::vector<SlfField> fields;
-  std::vector<std::string> fragmentWords;
+  std::vector<FragmentWord> fragmentWords;
 
   SlfFile() = default;
   SlfFile(const SlfFile&) = delete;
   SlfFile& operator=(const SlfFile&) = delete;
 };
-
-/// Whether this is one of the names of the key of a node's time.
-bool isTimeKey(std::string_view key);
 
 /// Reads `file.bytes`, a text of versions 1.0 or 1.1 of the format or of the viewer's dialect of
 /// it, into the rest of `file`: each node once, each link id once, every link between nodes that

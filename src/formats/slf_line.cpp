@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <optional>
+#include <utility>
 
 #include "formats/dialect_word.h"
 #include "words/word_text.h"
@@ -27,6 +29,7 @@ bool SlfLine::next(SlfToken& token, std::string& error) {
   if (m_Pos == m_Text.size() || m_Text[m_Pos] == '#') return false;
   token.form = SlfToken::Form::Plain;
   if (!takeKey(token, error)) return false;
+  token.meaning = readerKey(token.key);
   return token.form == SlfToken::Form::Stray || takeValue(token, error);
 }
 
@@ -68,7 +71,7 @@ bool SlfLine::takeValue(SlfToken& token, std::string& error) {
     if (isQuoted || (!isKey && begin < m_Text.size() && m_Text[begin] != '#')) m_Pos = begin;
   }
   const char first = m_Pos < m_Text.size() ? m_Text[m_Pos] : ' ';
-  if (first == '<' && isWordKey(token.key) && takeFragment(token)) return true;
+  if (first == '<' && token.meaning == ReaderKey::Word && takeFragment(token)) return true;
   if (first == '"' || first == '\'') {
     if (takeQuoted(token, error)) return true;
     if (!error.empty()) return false;
@@ -78,22 +81,38 @@ bool SlfLine::takeValue(SlfToken& token, std::string& error) {
 }
 
 bool SlfLine::takeFragment(SlfToken& token) {
+  if (m_HadFragment) return false;
+  m_HadFragment = true;
   const std::optional<std::size_t> end = fragmentEnd(m_Text, m_Pos);
   if (!end) return false;
   const std::string_view fragment = m_Text.substr(m_Pos, *end - m_Pos);
   std::optional<std::string> word = wordOfFragment(fragment);
-  if (!word) return false;
+  if (!word && (m_Pos + fragment.size() <= plainEnd(m_Pos) || isFieldBehindWord())) return false;
+  // A fragment that more brackets close than open would swallow what is written behind it.
+  token.fragmentWord.isXml = word && std::count(fragment.begin(), fragment.end(), '<') ==
+                                         std::count(fragment.begin(), fragment.end(), '>');
+  token.fragmentWord.text = word ? std::move(*word) : inUtf8(std::string(fragment));
   token.value = fragment;
-  token.fragmentWord = std::move(*word);
   token.form = SlfToken::Form::Fragment;
   m_Pos = *end;
   return true;
+}
+
+/// Whether the line goes on with a field, or ends, behind the unquoted word at the present place.
+bool SlfLine::isFieldBehindWord() const {
+  SlfLine rest(m_Text);
+  rest.m_Pos = skipBlanks(plainEnd(m_Pos));
+  if (rest.m_Pos == m_Text.size() || m_Text[rest.m_Pos] == '#') return true;
+  SlfToken token;
+  std::string error;
+  return !rest.takeKey(token, error) || token.form != SlfToken::Form::Stray;
 }
 
 /// Takes a quoted value, up to the quote that ends it and the field. A word such as 'cause begins
 /// with an apostrophe that none follows: it is taken as it is.
 bool SlfLine::takeQuoted(SlfToken& token, std::string& error) {
   const char quote = m_Text[m_Pos];
+  if (quote == '\'' && m_HasNoMoreQuotes) return false;
   for (std::size_t end = m_Pos + 1; end < m_Text.size(); ++end) {
     if (m_Text[end] == '\\') {
       ++end;
@@ -107,15 +126,20 @@ bool SlfLine::takeQuoted(SlfToken& token, std::string& error) {
   }
   if (quote == '"')
     error = "the value of " + excerpt(token.key) + " begins with a double quote that none ends";
+  else
+    m_HasNoMoreQuotes = true;
   return false;
 }
 
-void SlfLine::takePlain(SlfToken& token) {
-  const std::size_t begin = m_Pos;
-  while (!endsAt(m_Pos)) m_Pos += m_Text[m_Pos] == '\\' && !endsAt(m_Pos + 1) ? 2 : 1;
-  token.value = m_Text.substr(begin, m_Pos - begin);
+std::size_t SlfLine::plainEnd(std::size_t pos) const {
+  while (!endsAt(pos)) pos += m_Text[pos] == '\\' && !endsAt(pos + 1) ? 2 : 1;
+  return pos;
 }
 
-bool isWordKey(std::string_view key) { return key == "W" || key == "WORD" || key == "word"; }
+void SlfLine::takePlain(SlfToken& token) {
+  const std::size_t end = plainEnd(m_Pos);
+  token.value = m_Text.substr(m_Pos, end - m_Pos);
+  m_Pos = end;
+}
 
 }  // namespace quorbel

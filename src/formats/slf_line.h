@@ -2,11 +2,18 @@
 
 // How a line of HTK's Standard Lattice Format falls into fields.
 
-#include <optional>
 #include <string>
 #include <string_view>
 
+#include "lattice/reading_rules.h"
+
 namespace quorbel {
+
+/// What an XML fragment says.
+struct FragmentWord {
+  std::string text;    ///< UTF-8
+  bool isXml = false;  ///< the fragment can be kept as it is, with other fields behind it
+};
 
 /// A field as it stands on its line.
 struct SlfToken {
@@ -18,12 +25,17 @@ struct SlfToken {
     Stray          ///< no field at all: `value` is the text
   };
   std::string_view key;
-  std::string_view value;  ///< without quotes, escapes as they stand
+  ReaderKey meaning = ReaderKey::Score;  ///< of the key, to the viewer's reader
+  std::string_view value;                ///< without quotes, escapes as they stand
   Form form = Form::Plain;
-  std::string fragmentWord;  ///< the word that a fragment is
+  FragmentWord fragmentWord;  ///< what a fragment says
 };
 
-/// Takes the fields of one line apart.
+/// Takes the fields of one line apart, in time proportional to its length.
+///
+/// A word that begins with "<" is the fragment that the viewer's reader takes (see fragmentEnd)
+/// where that is XML or where it reaches over something that is no field; else it is plain, such as
+/// "<s>". Only the first of a line can be a fragment.
 class SlfLine {
  public:
   /// `text` must outlive this object.
@@ -37,16 +49,17 @@ class SlfLine {
   bool takeKey(SlfToken& token, std::string& error);
   bool takeValue(SlfToken& token, std::string& error);
   bool takeFragment(SlfToken& token);
+  bool isFieldBehindWord() const;
   bool takeQuoted(SlfToken& token, std::string& error);
   void takePlain(SlfToken& token);
+  std::size_t plainEnd(std::size_t pos) const;
   std::size_t skipBlanks(std::size_t pos) const;
   bool endsAt(std::size_t pos) const;
 
   std::string_view m_Text;
   std::size_t m_Pos = 0;
+  bool m_HadFragment = false;      ///< a word that begins with "<" was met
+  bool m_HasNoMoreQuotes = false;  ///< no single quote that ends a value follows
 };
-
-/// Whether this is one of the names of the key of a word.
-bool isWordKey(std::string_view key);
 
 }  // namespace quorbel

@@ -4,47 +4,23 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <iostream>
-#include <limits>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 
 #include "lattice/blanks.h"
 #include "lattice/number_text.h"
+#include "lattice/reading_rules.h"
 
 namespace quorbel {
 namespace {
 
-constexpr int kNotGiven = -1;
-
-struct EndPoints {
-  int start = kNotGiven;
-  int end = kNotGiven;
-};
-
-/// Takes the integer that follows `prefix` at the beginning of a line; false when there is none.
-/// One beyond the type's range gives the limit on its side.
-bool takeInteger(const char* line, std::string_view prefix, int& number) {
-  if (std::strncmp(line, prefix.data(), prefix.size()) != 0) return false;
-  constexpr int kDecimal = 10;
-  const char* begin = line + prefix.size();
-  char* end = nullptr;
-  const long value = std::strtol(begin, &end, kDecimal);
-  if (end == begin) return false;
-  number = static_cast<int>(
-      std::clamp<long>(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
-  return true;
-}
-
 /// Finds the lines "start=" and "end=" before anything else is read, since they may stand anywhere.
-/// A longer line counts as several, each of at most kLongestLine bytes.
 EndPoints findEndPoints(const std::string& path) {
-  constexpr int kLongestLine = 2000;
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rt"),
                                                              &std::fclose);
   if (!file) {
@@ -52,42 +28,10 @@ EndPoints findEndPoints(const std::string& path) {
     std::exit(1);
   }
   EndPoints points;
-  std::array<char, kLongestLine + 1> line;
-  while (std::fgets(line.data(), static_cast<int>(line.size()), file.get())) {
-    if (!takeInteger(line.data(), "start=", points.start))
-      takeInteger(line.data(), "end=", points.end);
-  }
+  std::array<char, kEndPointStretch + 1> stretch;
+  while (std::fgets(stretch.data(), static_cast<int>(stretch.size()), file.get()))
+    takeEndPoint(stretch.data(), points);
   return points;
-}
-
-/// What a field's key says about its value.
-enum class Key {
-  Header,  ///< the rest of the line does not count
-  Word,
-  NodeIndex,
-  LinkId,
-  Time,
-  LinkStart,
-  LinkEnd,
-  NodeCount,
-  LinkCount,
-  Score  ///< every other key
-};
-
-Key meaningOf(std::string_view key) {
-  static const std::unordered_map<std::string_view, Key> keys = {
-      {"VERSION", Key::Header},   {"version", Key::Header},   {"UTTERANCE", Key::Header},
-      {"utterance", Key::Header}, {"LMSCALE", Key::Header},   {"lmscale", Key::Header},
-      {"WDPENALTY", Key::Header}, {"wdpenalty", Key::Header}, {"CONTEXT", Key::Header},
-      {"context", Key::Header},   {"W", Key::Word},           {"WORD", Key::Word},
-      {"word", Key::Word},        {"I", Key::NodeIndex},      {"J", Key::LinkId},
-      {"t", Key::Time},           {"TIME", Key::Time},        {"time", Key::Time},
-      {"S", Key::LinkStart},      {"START", Key::LinkStart},  {"start", Key::LinkStart},
-      {"E", Key::LinkEnd},        {"END", Key::LinkEnd},      {"end", Key::LinkEnd},
-      {"N", Key::NodeCount},      {"NODES", Key::NodeCount},  {"nodes", Key::NodeCount},
-      {"L", Key::LinkCount},      {"LINKS", Key::LinkCount},  {"links", Key::LinkCount}};
-  const auto found = keys.find(key);
-  return found == keys.end() ? Key::Score : found->second;
 }
 
 bool endsLine(char c) { return c == '\n' || c == '\r' || c == '\0'; }
@@ -115,26 +59,13 @@ bool takeQuoted(std::string_view line, std::size_t& pos, std::string& word) {
   return true;
 }
 
-/// Takes an XML fragment that begins at `pos`: all that stands up to where the angle brackets
-/// balance for the last time on the line. False when they are still open at its end.
+/// Takes an XML fragment that begins at `pos`; false when its angle brackets stay open.
 bool takeXml(std::string_view line, std::size_t& pos, std::string& word) {
-  const std::size_t begin = pos;
-  const std::size_t lastOpening = line.rfind('<');
-  int depth = 0;
-  for (; pos < line.size(); ++pos) {
-    if (line[pos] == '<')
-      ++depth;
-    else if (line[pos] == '>')
-      --depth;
-    else
-      continue;
-    if (depth == 0 && pos >= lastOpening) {
-      ++pos;
-      break;
-    }
-  }
-  word = line.substr(begin, pos - begin);
-  return depth <= 0;
+  const std::optional<std::size_t> end = fragmentEnd(line, pos);
+  if (!end) return false;
+  word = line.substr(pos, *end - pos);
+  pos = *end;
+  return true;
 }
 
 /// Puts the records of one file into a graph, line by line.
@@ -161,7 +92,7 @@ class LatticeReading {
 
   std::string readLine(std::string_view text);
   std::string takeField(std::string_view text, std::size_t& pos);
-  std::string store(Key meaning, std::string_view key, std::string_view value);
+  std::string store(ReaderKey meaning, std::string_view key, std::string_view value);
   std::string replaceLattice(int count);
   void storeScore(ScoreMap& scores, std::string_view key, std::string_view value) const;
   void addLink();
@@ -215,8 +146,8 @@ std::string LatticeReading::readLine(std::string_view text) {
 std::string LatticeReading::takeField(std::string_view text, std::size_t& pos) {
   const std::size_t keyEnd = endFrom(text, pos, endsKey);
   const std::string_view key = text.substr(pos, keyEnd - pos);
-  const Key meaning = meaningOf(key);
-  if (meaning == Key::Header) {
+  const ReaderKey meaning = readerKey(key);
+  if (meaning == ReaderKey::Header) {
     pos = text.size();
     return "";
   }
@@ -224,7 +155,7 @@ std::string LatticeReading::takeField(std::string_view text, std::size_t& pos) {
   if (pos == std::string_view::npos || text[pos] != '=') return syntaxError(m_LineNumber);
   pos = std::min(text.find_first_not_of(kBlanks, pos + 1), text.size());
 
-  if (meaning == Key::Word) {
+  if (meaning == ReaderKey::Word) {
     const char first = pos < text.size() ? text[pos] : '\0';
     m_Line.word.clear();
     const bool taken = first == '"'   ? takeQuoted(text, pos, m_Line.word)
@@ -237,34 +168,34 @@ std::string LatticeReading::takeField(std::string_view text, std::size_t& pos) {
   return store(meaning, key, text.substr(begin, pos - begin));
 }
 
-std::string LatticeReading::store(Key meaning, std::string_view key, std::string_view value) {
+std::string LatticeReading::store(ReaderKey meaning, std::string_view key, std::string_view value) {
   switch (meaning) {
-    case Key::NodeIndex:
+    case ReaderKey::NodeIndex:
       m_Line.index = parseInt(value);
       m_Line.type = Record::Node;
       return isNodeIndex(m_Line.index) ? "" : syntaxError(m_LineNumber);
-    case Key::LinkId:
+    case ReaderKey::LinkId:
       m_Line.index = parseInt(value);
       m_Line.type = Record::Link;
       break;
-    case Key::LinkStart:
+    case ReaderKey::LinkStart:
       m_Line.linkStart = parseInt(value);
       break;
-    case Key::LinkEnd:
+    case ReaderKey::LinkEnd:
       m_Line.linkEnd = parseInt(value);
       break;
-    case Key::NodeCount:
+    case ReaderKey::NodeCount:
       return replaceLattice(parseInt(value));
-    case Key::Time:
+    case ReaderKey::Time:
       if (m_Line.type == Record::Node) lineNode().time = parseDouble(value);
       break;
-    case Key::Score:
+    case ReaderKey::Score:
       if (m_Line.type == Record::Node) storeScore(lineNode().scores, key, value);
       if (m_Line.type == Record::Link) storeScore(m_Line.scores, key, value);
       break;
-    case Key::Header:
-    case Key::Word:
-    case Key::LinkCount:  // how many links there are shows when they come
+    case ReaderKey::Header:
+    case ReaderKey::Word:
+    case ReaderKey::LinkCount:  // how many links there are shows when they come
       break;
   }
   return "";

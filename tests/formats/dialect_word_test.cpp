@@ -11,13 +11,6 @@ std::string fragmentOf(const Word& word) {
   return fragment;
 }
 
-TEST(DialectWord, EndsWhereTheViewerEndsIt) {
-  const std::string line = "W=<w>a <b/></w> c <d/> e=1";
-  EXPECT_EQ(fragmentEnd(line, 2), line.find(" e=1"));
-  EXPECT_EQ(fragmentEnd("<w <b></w>", 0), std::nullopt);
-  EXPECT_EQ(fragmentEnd("<s> a=1", 0), std::size_t{3});
-}
-
 TEST(DialectWord, IsTheExactTheFirstAttributeOrTheText) {
   for (const auto& [fragment, word] :
        {std::pair<const char*, const char*>{"<w in='good' out='gut'/>", "good"},
@@ -25,6 +18,7 @@ TEST(DialectWord, IsTheExactTheFirstAttributeOrTheText) {
         {"<w><alt in='could'/>text</w>", "could"},
         {"<w> text <b>and</b> more </w>", "text and more"},
         {"<w>hi</w> <x>1</x>", "hi 1"},
+        {"<w in='a'/>>> x <b/> c=1", "a"},
         {"<w in='R&amp;D &lt;'/>", "R&D <"}})
     EXPECT_EQ(wordOfFragment(fragment), word) << fragment;
 }

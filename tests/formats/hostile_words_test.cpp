@@ -5,14 +5,13 @@
 #include <random>
 
 #include "formats/lattice_text.h"
+#include "lattice/reading_rules.h"
 #include "layout/dot_writer.h"
 #include "temporary_folder.h"
 #include "words/word_text.h"
 
 namespace quorbel {
 namespace {
-
-constexpr std::size_t kStretch = 2000;  ///< in which the viewer looks for start and end
 
 /// A lattice of three nodes with one link between the last two that has this field.
 std::string latticeWith(const std::string& field) {
@@ -40,7 +39,7 @@ class HostileWords : public ::testing::Test {
 TEST_F(HostileWords, NeverNameTheStartOrEndNodeInALongLine) {
   for (const std::string word : {"start=1", "end=0", "end= 1", "xend=1"}) {
     for (std::size_t shift = 0; shift < 12; ++shift) {
-      std::string value(kStretch - 20 + shift, 'x');
+      std::string value(kEndPointStretch - 20 + shift, 'x');
       for (int i = 0; i < 300; ++i) value += word;
       expectSound(latticeWith("W=\"" + value + "\""));
     }
@@ -49,14 +48,15 @@ TEST_F(HostileWords, NeverNameTheStartOrEndNodeInALongLine) {
 
 TEST_F(HostileWords, NeverNameThemInAScoreEither) {
   for (std::size_t shift = 0; shift < 40; ++shift)
-    expectSound(latticeWith("W=" + std::string(kStretch - 60 + shift, 'w') + " x=1 end=1 start=2"));
+    expectSound(
+        latticeWith("W=" + std::string(kEndPointStretch - 60 + shift, 'w') + " x=1 end=1 start=2"));
 }
 
 TEST_F(HostileWords, AreMovedWithinALineOfXml) {
   // The viewer's own dialect: what stands in the fragment stays, so the line moves.
   for (std::size_t shift = 0; shift < 40; ++shift) {
-    const std::string text =
-        latticeWith("W=<w in='two'>" + std::string(kStretch - 60 + shift, 'x') + "end=1</w>");
+    const std::string text = latticeWith(
+        "W=<w in='two'>" + std::string(kEndPointStretch - 60 + shift, 'x') + "end=1</w>");
     const std::string dialect = importOf(text);
     const ViewerView view = openInViewer(dialect);
     ASSERT_EQ(view.error, "");
@@ -67,7 +67,7 @@ TEST_F(HostileWords, AreMovedWithinALineOfXml) {
 TEST_F(HostileWords, CannotBeWrittenWhereNoPlaceOfTheLineHelps) {
   std::string fragment = "<w in='two'>";
   for (std::size_t stretch = 0; stretch < 8; ++stretch) {
-    while (fragment.size() < (stretch + 1) * kStretch + stretch) fragment += "end=1";
+    while (fragment.size() < (stretch + 1) * kEndPointStretch + stretch) fragment += "end=1";
     fragment += std::string("xxxxxxxx").substr(0, 1);
   }
   EXPECT_EQ(importOf(latticeWith("W=" + fragment + "</w>")),
