@@ -1,14 +1,18 @@
-"""What the documents link to and name is there.
+"""What the documents link to and name is there, and programs print what is said.
 
-Needs QUORBEL_SOURCE, the folder of the sources.
+Needs QUORBEL_SOURCE, the folder of the sources, and QUORBEL_STAGING, the folder that the program was
+installed to.
 """
 
 import os
 import pathlib
 import re
+import subprocess
+import tempfile
 import unittest
 
 SOURCE = pathlib.Path(os.environ["QUORBEL_SOURCE"])
+PROGRAMS = pathlib.Path(os.environ["QUORBEL_STAGING"]) / "bin"
 DOCUMENTS = ("README.md", "CONTRIBUTING.md", "CHANGELOG.md", "docs/manual.md", "examples/README.md")
 FOLDERS = "src|tests|scripts|docs|examples|images|desktop|packaging"
 
@@ -53,6 +57,21 @@ class DocumentsTest(unittest.TestCase):
     def test_manual_links_only_within_itself(self):
         links = re.findall(r"\]\(([^)]+)\)", text_of("docs/manual.md"))
         self.assertEqual([], [link for link in links if not link.startswith("#")])
+
+    def test_commands_of_the_readme_print_what_stands_below_them(self):
+        commands = re.findall(r"(?m)^    \$ (quorbel-lattice .*)\n((?:    [^$\n].*\n)*)",
+                              text_of("README.md"))
+        self.assertGreaterEqual(len(commands), 4)
+        self.assertEqual(2, sum(bool(output) for _, output in commands))
+        with tempfile.TemporaryDirectory() as folder:
+            (pathlib.Path(folder) / "examples").symlink_to(SOURCE / "examples")
+            for command, output in commands:
+                done = subprocess.run(f"{PROGRAMS}/{command}", shell=True, cwd=folder, check=True,
+                                      stdout=subprocess.PIPE, text=True)
+                expected = re.sub("(?m)^    ", "", output)
+                shown, dots, _ = expected.partition("...\n")
+                self.assertEqual(expected, done.stdout[:len(shown)] + dots if dots else done.stdout,
+                                 command)
 
 
 if __name__ == "__main__":
