@@ -194,7 +194,7 @@ class ArgumentsTest(LauncherCase):
         self.assertEqual([], list(self.runtime.iterdir()))
 
     def test_version_is_that_of_the_viewer(self):
-        product = (SOURCE / "src" / "app" / "product.h").read_text()
+        product = (SOURCE / "src" / "texts" / "product.h").read_text()
         version = re.search(r'VERSION_TEXT = "(.*)"', product)[1]
         self.assertEqual((0, version + "\n", ""), self.run_to_end("--version"))
         self.assertEqual((0, version + "\n", ""), self.run_to_end("a.lat", "--version", "b.lat"))
