@@ -69,20 +69,23 @@ std::string inHtkQuotes(const std::string& word) {
 
 }  // namespace
 
-std::string pathsAsText(const WordLattice& lattice, const std::vector<LatticePath>& paths,
-                        const std::vector<double>& scores, const std::string& scoreName) {
-  std::string text;
-  for (std::size_t rank = 0; rank < paths.size(); ++rank) {
-    const LatticePath& path = paths[rank];
-    text += "path " + std::to_string(rank + 1) + ": " + scoreName + "=" +
-            exactNumber(rounded(path.score)) + ": " + onOneLine(wordsOf(lattice, path)) + "\n";
-    for (const std::size_t index : path.links) {
-      const WordLink& link = lattice.links[index];
-      text += "  " + exactNumber(startOf(lattice, link)) + "\t" +
-              exactNumber(endOf(lattice, link)) + "\t" + inOneColumn(link.word.text) + "\t" +
-              exactNumber(scores[index]) + "\tJ=" + std::to_string(link.id) + "\n";
-    }
+PathsAsText::PathsAsText(const WordLattice& lattice, const std::vector<double>& scores,
+                         std::string scoreName)
+    : m_Lattice(lattice), m_ScoreName(std::move(scoreName)) {
+  m_Lines.reserve(lattice.links.size());
+  for (std::size_t i = 0; i < lattice.links.size(); ++i) {
+    const WordLink& link = lattice.links[i];
+    m_Lines.push_back("  " + exactNumber(startOf(lattice, link)) + "\t" +
+                      exactNumber(endOf(lattice, link)) + "\t" + inOneColumn(link.word.text) +
+                      "\t" + exactNumber(scores[i]) + "\tJ=" + std::to_string(link.id) + "\n");
   }
+}
+
+std::string PathsAsText::next(const LatticePath& path) {
+  std::string text = "path " + std::to_string(++m_Rank) + ": " + m_ScoreName + "=" +
+                     exactNumber(rounded(path.score)) + ": " + onOneLine(wordsOf(m_Lattice, path)) +
+                     "\n";
+  for (const std::size_t link : path.links) text += m_Lines[link];
   return text;
 }
 
@@ -104,20 +107,22 @@ std::string pathAsCtm(const WordLattice& lattice, const LatticePath& path,
   return text;
 }
 
-std::string pathsAsHtkLabels(const WordLattice& lattice, const std::vector<LatticePath>& paths,
-                             const std::vector<double>& scores) {
+PathsAsHtkLabels::PathsAsHtkLabels(const WordLattice& lattice, const std::vector<double>& scores)
+    : m_Lines(lattice.links.size()) {
   constexpr double kUnitsPerSecond = 1e7;
-  std::string text;
-  for (const LatticePath& path : paths) {
-    if (&path != paths.data()) text += "///\n";
-    for (const std::size_t index : path.links) {
-      const WordLink& link = lattice.links[index];
-      if (link.word.isNull()) continue;
-      text += fixed(startOf(lattice, link) * kUnitsPerSecond, 0) + " " +
-              fixed(endOf(lattice, link) * kUnitsPerSecond, 0) + " " + inHtkQuotes(link.word.text) +
-              " " + exactNumber(scores[index]) + "\n";
-    }
+  for (std::size_t i = 0; i < lattice.links.size(); ++i) {
+    const WordLink& link = lattice.links[i];
+    if (!link.word.isNull())
+      m_Lines[i] = fixed(startOf(lattice, link) * kUnitsPerSecond, 0) + " " +
+                   fixed(endOf(lattice, link) * kUnitsPerSecond, 0) + " " +
+                   inHtkQuotes(link.word.text) + " " + exactNumber(scores[i]) + "\n";
   }
+}
+
+std::string PathsAsHtkLabels::next(const LatticePath& path) {
+  std::string text = m_IsFirst ? "" : "///\n";
+  m_IsFirst = false;
+  for (const std::size_t link : path.links) text += m_Lines[link];
   return text;
 }
 

@@ -10,11 +10,23 @@
 
 namespace quorbel {
 
-/// Each path as a line with its rank, its score under `scoreName` and its words, then an indented
-/// line for each link with start and end in seconds, word, score (`scores`, one for each link) and
-/// id.
-std::string pathsAsText(const WordLattice& lattice, const std::vector<LatticePath>& paths,
-                        const std::vector<double>& scores, const std::string& scoreName);
+/// Paths of one lattice, one after the other: each as a line with its rank, its score under
+/// `scoreName` and its words, then an indented line for each link with start and end in seconds,
+/// word, score and id. The text of a link is made once, however many paths take it.
+class PathsAsText {
+ public:
+  /// `scores` has one for each link. The lattice must outlive this object.
+  PathsAsText(const WordLattice& lattice, const std::vector<double>& scores, std::string scoreName);
+
+  /// The text of the path that ranks next.
+  std::string next(const LatticePath& path);
+
+ private:
+  const WordLattice& m_Lattice;
+  std::string m_ScoreName;
+  std::vector<std::string> m_Lines;  ///< of the links
+  int m_Rank = 0;
+};
 
 /// A path as NIST's CTM: for each word the utterance (`utterance`, blanks in it become "_"),
 /// channel 1, start and duration in seconds, the word and, for an acyclic lattice, its posterior.
@@ -25,7 +37,17 @@ std::string pathAsCtm(const WordLattice& lattice, const LatticePath& path,
 /// Paths as an HTK label file, alternatives with a line "///" between them: for each word start and
 /// end in units of 100 ns, the word with HTK's quoting where it needs it, and its score. Links
 /// without word are left out.
-std::string pathsAsHtkLabels(const WordLattice& lattice, const std::vector<LatticePath>& paths,
-                             const std::vector<double>& scores);
+class PathsAsHtkLabels {
+ public:
+  /// `scores` has one for each link.
+  PathsAsHtkLabels(const WordLattice& lattice, const std::vector<double>& scores);
+
+  /// The text of the next path.
+  std::string next(const LatticePath& path);
+
+ private:
+  std::vector<std::string> m_Lines;  ///< of the links; "" for those without word
+  bool m_IsFirst = true;
+};
 
 }  // namespace quorbel

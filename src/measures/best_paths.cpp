@@ -3,9 +3,10 @@
 #include <fst/shortest-path.h>
 
 #include <algorithm>
-#include <numeric>
+#include <optional>
 
 #include "measures/fst_graph.h"
+#include "measures/ranked_paths.h"
 
 namespace quorbel {
 namespace {
@@ -13,7 +14,9 @@ namespace {
 using Weight = CostArc::Weight;
 using CostFst = fst::VectorFst<CostArc>;
 using Filter = fst::AnyArcFilter<CostArc>;
-using Paths = std::vector<LatticePath>;
+using Links = std::vector<std::size_t>;
+
+const std::string kNoPath = "no path leads from the start to the end";
 
 /// Orders states as the viewer's search settles nodes: by distance, then by number.
 class SettlingOrder {
@@ -30,97 +33,129 @@ class SettlingOrder {
   const std::vector<Weight>& m_Distances;
 };
 
-double sumOf(const std::vector<double>& scores, const std::vector<std::size_t>& links) {
-  return std::accumulate(links.begin(), links.end(), 0.0,
-                         [&](double sum, std::size_t link) { return sum + scores[link]; });
-}
-
-/// Follows the only way on from `state`.
-std::vector<std::size_t> linksFrom(const CostFst& graph, int state) {
-  std::vector<std::size_t> links;
-  while (graph.NumArcs(state) > 0) {
-    const CostArc& arc = fst::ArcIterator<CostFst>(graph, state).Value();
-    if (arc.ilabel > 0) links.push_back(static_cast<std::size_t>(arc.ilabel) - 1);
+/// The links of the only path in the result of a search; none when there is no path.
+std::optional<Links> linksIn(const CostFst& result) {
+  if (result.Start() == fst::kNoStateId) return std::nullopt;
+  Links links;
+  for (int state = result.Start(); result.NumArcs(state) > 0;) {
+    const CostArc& arc = fst::ArcIterator<CostFst>(result, state).Value();
+    links.push_back(static_cast<std::size_t>(arc.ilabel) - 1);
     state = arc.nextstate;
   }
   return links;
 }
 
-/// The result of OpenFst's search has one arc from its start for each path.
-Paths pathsIn(const CostFst& result, const std::vector<double>& scores) {
-  Paths paths;
-  if (result.Start() == fst::kNoStateId) return paths;
-  if (result.NumArcs(result.Start()) == 0) return {LatticePath{}};
-  for (fst::ArcIterator<CostFst> arc(result, result.Start()); !arc.Done(); arc.Next()) {
-    LatticePath& path = paths.emplace_back();
-    if (arc.Value().ilabel > 0)
-      path.links.push_back(static_cast<std::size_t>(arc.Value().ilabel) - 1);
-    const std::vector<std::size_t> rest = linksFrom(result, arc.Value().nextstate);
-    path.links.insert(path.links.end(), rest.begin(), rest.end());
-    path.score = sumOf(scores, path.links);
+/// Searches best paths as the viewer does, so that of equally good ones it takes the same.
+class ViewersSearch {
+ public:
+  ViewersSearch(const WordLattice& lattice, const std::vector<double>& scores)
+      : m_Graph(fstOf<CostArc>(lattice, scores, std::vector<char>(lattice.links.size(), true))),
+        m_HasPositive(std::any_of(scores.begin(), scores.end(), [](double s) { return s > 0.0; })) {
   }
-  std::stable_sort(paths.begin(), paths.end(),
-                   [](const LatticePath& a, const LatticePath& b) { return a.score > b.score; });
-  return paths;
-}
 
-template <typename Queue>
-Paths search(const CostFst& graph, const std::vector<double>& scores, Queue& queue,
-             std::vector<Weight>& distances, int count) {
-  constexpr float kNoDifference = 0.0F;
-  CostFst result;
-  fst::ShortestPathOptions<CostArc, Queue, Filter> options(&queue, Filter(), count);
-  options.delta = kNoDifference;
-  fst::ShortestPath(graph, &result, &distances, options);
-  return pathsIn(result, scores);
-}
-
-Paths onePath(const CostFst& graph, const std::vector<double>& scores, bool hasPositive) {
-  std::vector<Weight> distances;
-  if (hasPositive) {  // the states are in topological order
-    fst::StateOrderQueue<int> queue;
-    return search(graph, scores, queue, distances, 1);
+  /// The best way from one node to another.
+  std::optional<Links> way(int from, int to) {
+    m_Graph.SetStart(from);
+    m_Graph.SetFinal(m_Target, Weight::Zero());  // that is, no longer
+    m_Graph.SetFinal(to, Weight::One());
+    m_Target = to;
+    std::vector<Weight> distances;
+    if (m_HasPositive) {  // the states are in topological order
+      fst::StateOrderQueue<int> queue;
+      return search(queue, distances);
+    }
+    fst::ShortestFirstQueue<int, SettlingOrder> queue{SettlingOrder(distances)};
+    return search(queue, distances);
   }
-  fst::ShortestFirstQueue<int, SettlingOrder> queue{SettlingOrder(distances)};
-  return search(graph, scores, queue, distances, 1);
+
+ private:
+  template <typename Queue>
+  std::optional<Links> search(Queue& queue, std::vector<Weight>& distances) const {
+    constexpr float kNoDifference = 0.0F;
+    CostFst result;
+    fst::ShortestPathOptions<CostArc, Queue, Filter> options(&queue, Filter());
+    options.delta = kNoDifference;
+    fst::ShortestPath(m_Graph, &result, &distances, options);
+    return linksIn(result);
+  }
+
+  CostFst m_Graph;
+  bool m_HasPositive;
+  int m_Target = m_Graph.NumStates() - 1;
+};
+
+LatticePath pathOf(Links links, const std::vector<double>& scores) {
+  LatticePath path;
+  for (const std::size_t link : links) path.score += scores[link];
+  path.links = std::move(links);
+  return path;
 }
 
-Paths severalPaths(const CostFst& graph, const std::vector<double>& scores, int count) {
-  std::vector<Weight> distances;
-  fst::AutoQueue<int> queue(graph, &distances, Filter());
-  return search(graph, scores, queue, distances, count);
+/// Why no path can be called the best; "" when one can.
+std::string refusal(const WordLattice& lattice, const std::vector<double>& scores) {
+  const auto positive =
+      std::find_if(scores.begin(), scores.end(), [](double score) { return score > 0.0; });
+  if (positive == scores.end() || !lattice.isCyclic) return "";
+  return "the network has a cycle, and the score of link " +
+         std::to_string(lattice.links[static_cast<std::size_t>(positive - scores.begin())].id) +
+         " is positive: going around might improve a path for ever";
+}
+
+/// Gives the best path and then the others. It may lie anywhere among those that are equally good,
+/// or behind the last of them that there is place for.
+void takeFirst(const LatticePath& best, const RankedPaths& paths, std::size_t count,
+               const TakePath& take) {
+  if (!take(best)) return;
+  bool isMet = false;
+  for (std::size_t rank = 0; rank < paths.size(); ++rank) {
+    if (!isMet && rank + 1 == count) return;
+    const LatticePath path = paths.path(rank);
+    if (!isMet && path.links == best.links)
+      isMet = true;
+    else if (!take(path))
+      return;
+  }
 }
 
 }  // namespace
 
+std::string forBestPaths(const WordLattice& lattice, const std::vector<double>& scores, int count,
+                         const TakePath& take) {
+  if (std::string error = refusal(lattice, scores); !error.empty()) return error;
+  const auto links =
+      ViewersSearch(lattice, scores).way(0, static_cast<int>(lattice.nodes.size()) - 1);
+  if (!links) return kNoPath;
+  const LatticePath best = pathOf(*links, scores);
+  if (count == 1)
+    take(best);
+  else
+    takeFirst(best, RankedPaths(lattice, scores, slot(count)), slot(count), take);
+  return "";
+}
+
 std::string findBestPaths(const WordLattice& lattice, const std::vector<double>& scores, int count,
                           std::vector<LatticePath>& paths) {
-  const auto positive =
-      std::find_if(scores.begin(), scores.end(), [](double score) { return score > 0.0; });
-  const bool hasPositive = positive != scores.end();
-  if (hasPositive && lattice.isCyclic)
-    return "the network has a cycle, and the score of link " +
-           std::to_string(lattice.links[static_cast<std::size_t>(positive - scores.begin())].id) +
-           " is positive: going around might improve a path for ever";
-
-  const std::vector<char> all(lattice.links.size(), true);
-  const CostFst graph = fstOf<CostArc>(lattice, scores, all);
-  Paths best = onePath(graph, scores, hasPositive);
-  if (best.empty()) return "no path leads from the start to the end";
-  if (count == 1) {
-    paths = std::move(best);
-    return "";
-  }
-  paths = severalPaths(graph, scores, count);
-  const auto same = std::find_if(paths.begin(), paths.end(), [&](const LatticePath& path) {
-    return path.links == best[0].links;
+  std::vector<LatticePath> found;
+  std::string error = forBestPaths(lattice, scores, count, [&](const LatticePath& path) {
+    found.push_back(path);
+    return true;
   });
-  if (same == paths.end()) {  // it lost its place to equally good ones
-    paths.back() = std::move(best[0]);
-    std::rotate(paths.begin(), paths.end() - 1, paths.end());
-  } else {
-    std::rotate(paths.begin(), same, same + 1);
-  }
+  if (error.empty()) paths = std::move(found);
+  return error;
+}
+
+std::string findBestPathThrough(const WordLattice& lattice, const std::vector<double>& scores,
+                                std::size_t link, LatticePath& path) {
+  if (std::string error = refusal(lattice, scores); !error.empty()) return error;
+  ViewersSearch search(lattice, scores);
+  const WordLink& taken = lattice.links[link];
+  std::optional<Links> links = search.way(0, taken.start);
+  const auto rest = search.way(taken.end, static_cast<int>(lattice.nodes.size()) - 1);
+  if (!links || !rest)
+    return "no path from the start to the end takes link " + std::to_string(taken.id);
+  links->push_back(link);
+  links->insert(links->end(), rest->begin(), rest->end());
+  path = pathOf(std::move(*links), scores);
   return "";
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 #include "formats/label_formats.h"
@@ -25,6 +26,44 @@ std::string utteranceOf(const WordLattice& lattice, const std::string& path) {
   return std::filesystem::path(path).stem().string();
 }
 
+/// Prints texts as they come, many at a time.
+class Printer {
+ public:
+  /// Returns whether it could be printed.
+  bool print(const std::string& text) {
+    constexpr std::size_t kMuch = 1u << 16u;
+    m_Waiting += text;
+    return m_Waiting.size() < kMuch || flush().empty();
+  }
+
+  /// Prints what waits. Returns "", or what failed first.
+  const CommandResult& flush() {
+    if (m_Error.empty()) m_Error = printText(m_Waiting);
+    m_Waiting.clear();
+    return m_Error;
+  }
+
+ private:
+  std::string m_Waiting;
+  CommandResult m_Error;
+};
+
+/// What makes the text of each path, given one after the other, in the format that is asked for.
+std::function<std::string(const LatticePath&)> textOfPaths(const BestArguments& arguments,
+                                                           const WordLattice& lattice,
+                                                           const std::vector<double>& scores) {
+  if (arguments.format == "ctm")
+    return [&lattice, utterance = utteranceOf(lattice, arguments.in)](const LatticePath& path) {
+      return pathAsCtm(lattice, path, utterance);
+    };
+  if (arguments.format == "htk")
+    return [paths = PathsAsHtkLabels(lattice, scores)](const LatticePath& path) mutable {
+      return paths.next(path);
+    };
+  return [paths = PathsAsText(lattice, scores, arguments.scoreName)](
+             const LatticePath& path) mutable { return paths.next(path); };
+}
+
 CommandResult runBest(const BestArguments& arguments, Progress& progress) {
   if (arguments.format == "ctm" && arguments.count > 1)
     return "best: CTM has no place for several paths; leave --nbest out or take another format";
@@ -34,17 +73,20 @@ CommandResult runBest(const BestArguments& arguments, Progress& progress) {
   progress.begin("searching");
   const auto scores = scoresNamed(lattice, arguments.scoreName);
   if (!scores) return arguments.in + ": " + noSuchScore(lattice, arguments.scoreName);
-  std::vector<LatticePath> paths;
-  if (std::string error = findBestPaths(lattice, *scores, arguments.count, paths); !error.empty())
+  Printer printer;
+  int count = 0;
+  const auto print = [&, text = textOfPaths(arguments, lattice, *scores)](const LatticePath& path) {
+    ++count;
+    return printer.print(text(path));
+  };
+  if (std::string error = forBestPaths(lattice, *scores, arguments.count, print); !error.empty())
     return arguments.in + ": " + error;
   if (!lattice.hasTimes)
     say(arguments.in + ": no node has a time; its depth in the lattice stands for it");
-
-  const std::string text =
-      arguments.format == "ctm"   ? pathAsCtm(lattice, paths[0], utteranceOf(lattice, arguments.in))
-      : arguments.format == "htk" ? pathsAsHtkLabels(lattice, paths, *scores)
-                                  : pathsAsText(lattice, paths, *scores, arguments.scoreName);
-  return printText(text);
+  if (lattice.isCyclic && count < arguments.count)
+    say(arguments.in + ": " + std::to_string(count) +
+        " paths; there may be more, which go around for longer than is looked for");
+  return printer.flush();
 }
 
 }  // namespace

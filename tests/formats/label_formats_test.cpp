@@ -19,13 +19,28 @@ class LabelFormats : public ::testing::Test {
     m_Scores = *scoresNamed(m_Lattice, "TOTAL");
     EXPECT_EQ(findBestPaths(m_Lattice, m_Scores, 2, m_Paths), "");
   }
+
+  /// The paths as the whole file that the program prints.
+  std::string asText(const std::string& scoreName) const {
+    std::string text;
+    PathsAsText paths(m_Lattice, m_Scores, scoreName);
+    for (const LatticePath& path : m_Paths) text += paths.next(path);
+    return text;
+  }
+  std::string asHtkLabels() const {
+    std::string text;
+    PathsAsHtkLabels paths(m_Lattice, m_Scores);
+    for (const LatticePath& path : m_Paths) text += paths.next(path);
+    return text;
+  }
+
   WordLattice m_Lattice;
   std::vector<double> m_Scores;
   std::vector<LatticePath> m_Paths;
 };
 
 TEST_F(LabelFormats, TextHasTimesWordsScoresAndIds) {
-  EXPECT_EQ(pathsAsText(m_Lattice, m_Paths, m_Scores, "TOTAL"),
+  EXPECT_EQ(asText("TOTAL"),
             "path 1: TOTAL=-3.75: good day \"quoted\"\n"
             "  0\t0.4\tgood_day\t-2\tJ=0\n"
             "  0.4\t0.45\t!NULL\t-0.5\tJ=2\n"
@@ -43,7 +58,7 @@ TEST_F(LabelFormats, CtmHasStartDurationWordAndPosterior) {
 }
 
 TEST_F(LabelFormats, HtkLabelsHaveUnitsOf100NanosecondsAndAlternatives) {
-  EXPECT_EQ(pathsAsHtkLabels(m_Lattice, m_Paths, m_Scores),
+  EXPECT_EQ(asHtkLabels(),
             "0 4000000 \"good day\" -2\n"
             "4500000 12500000 \"\\\"quoted\\\"\" -1.25\n"
             "///\n"
@@ -58,10 +73,10 @@ TEST_F(LabelFormats, ControlCharactersNeverEndAColumnOrALine) {
   LatticePath path;
   path.links = {0};
   path.score = -1;
-  EXPECT_EQ(pathsAsText(lattice, {path}, scores, "a"),
+  EXPECT_EQ(PathsAsText(lattice, scores, "a").next(path),
             "path 1: a=-1: a_b\\\n  0\t1\ta_b\\\t-1\tJ=0\n");
   EXPECT_EQ(pathAsCtm(lattice, path, "u"), "u 1 0.000 1.000 a_b\\ 1.0000\n");
-  EXPECT_EQ(pathsAsHtkLabels(lattice, {path}, scores), "0 10000000 \"a\\012b\\\\\" -1\n");
+  EXPECT_EQ(PathsAsHtkLabels(lattice, scores).next(path), "0 10000000 \"a\\012b\\\\\" -1\n");
 }
 
 TEST_F(LabelFormats, ACyclicNetworkHasNoPosteriorToPrint) {

@@ -59,6 +59,8 @@ void search(const WordLattice& lattice) {
     std::vector<LatticePath> paths;
     if (!findBestPaths(lattice, scores, 3, paths).empty()) continue;
     require(!paths.empty() && paths.size() <= 3);
+    PathsAsText text(lattice, scores, name);
+    PathsAsHtkLabels labels(lattice, scores);
     for (const LatticePath& path : paths) {
       int node = 0;
       for (const std::size_t link : path.links) {
@@ -67,9 +69,9 @@ void search(const WordLattice& lattice) {
       }
       require(node == static_cast<int>(lattice.nodes.size()) - 1);
       pathAsCtm(lattice, path, "utterance");
+      text.next(path);
+      labels.next(path);
     }
-    pathsAsText(lattice, paths, scores, name);
-    pathsAsHtkLabels(lattice, paths, scores);
   }
   summaryOf(lattice);
 }

@@ -1,6 +1,7 @@
 """import, prune, best and info, and what all commands do with what they are given."""
 
 import gzip
+import os
 import subprocess
 import unittest
 
@@ -178,6 +179,30 @@ class BestTest(ToolTest):
                          [line for line in text.splitlines() if line.startswith("path")])
         self.assertEqual('talk.slf: no link has the score "q"; there are: TOTAL, post, a, l',
                          self.fails("best", "talk.slf", "--score", "q"))
+
+    def test_prints_paths_as_they_are_found(self):
+        self.write("loop.slf", CYCLIC.replace("W=b", "W=b a=-1"))
+        environment = {**self.environment, "ASAN_OPTIONS": "quarantine_size_mb=1"}
+        process = subprocess.Popen([PROGRAM, "best", "loop.slf", "--nbest", "4000"],
+                                   cwd=self.folder, env=environment, stdout=subprocess.DEVNULL)
+        _, status, usage = os.wait4(process.pid, 0)
+        process.returncode = os.waitstatus_to_exitcode(status)
+        self.assertEqual(0, process.returncode)
+        self.assertLess(usage.ru_maxrss, 100000, "kilobytes for paths of up to 4000 links")
+
+    def test_says_that_a_cycle_has_more_paths(self):
+        self.write("loop.slf", CYCLIC)
+        result = self.run_tool("best", "loop.slf", "--nbest", 3)
+        self.assertEqual(("", 3), (result.stderr, result.stdout.count("path ")))
+        result = self.run_tool("best", "loop.slf", "--nbest", 10005, "--format", "htk",
+                               stdout=subprocess.DEVNULL)
+        self.assertEqual(("quorbel-lattice: loop.slf: 10003 paths; there may be more, which go "
+                          "around for longer than is looked for", 0),
+                         (self.last_line(result.stderr), result.returncode))
+
+    @staticmethod
+    def last_line(text):  # before it, a slow machine says what it does
+        return text.splitlines()[-1]
 
     def test_prints_ctm_and_htk_labels(self):
         self.assertEqual("talk 1 0.000 0.400 good 0.8808\ntalk 1 0.450 0.800 day 0.9859\n",
