@@ -12,13 +12,15 @@
 #include <iostream>
 #include <set>
 
+#include "drawing/description.h"
 #include "drawing/dot_run.h"
 #include "formats/dialect_writer.h"
 #include "lattice/graph.h"
 #include "lattice/htk_reader.h"
+#include "lattice/number_text.h"
 #include "lattice/xml_fragment.h"
+#include "lattice/xml_label.h"
 #include "layout/dia_writer.h"
-#include "layout/dot_writer.h"
 
 namespace quorbel {
 namespace {
@@ -89,27 +91,37 @@ std::string chooseLabels(Graph& graph, const std::string& field) {
   return "no word has the attribute \"" + field + "\"; labels can be: " + listed(known);
 }
 
-std::string chooseLink(Graph& graph, int id) {
-  for (int node = 0; node < graph.adjacency->nodeCount; ++node) {
-    for (const Edge& edge : graph.adjacency->outgoing[static_cast<std::size_t>(node)]) {
-      if (edge.linkId != id) continue;
-      LayoutItem item;
-      item.linkId = id;
-      item.startNode = node;
-      item.endNode = edge.endNode;
-      setSelectedEdge(graph, true, item);
-      refreshSelectedEdgeScore(graph);
-      return "";
+/// The label of each link, in the order of the links.
+std::vector<std::string> labelsOf(const Graph& graph, const std::string& scoreName) {
+  std::vector<std::string> labels;
+  for (const std::vector<Edge>& edges : graph.adjacency->outgoing) {
+    for (const Edge& edge : edges) {
+      const auto score = edge.scores.find(scoreName);
+      const double cost = score == edge.scores.end() ? 0.0 : score->second;
+      labels.push_back(graph.labelByValue ? formatNumber(cost)
+                                          : edgeXmlLabel(graph, edge.word, false));
     }
   }
-  return "there is no link " + std::to_string(id);
+  return labels;
 }
 
-std::string chooseScore(const WordLattice& lattice, const std::string& name) {
-  currentScoreName = name.empty() ? kTotalName : name;
-  const std::vector<std::string> names = scoreNamesOf(lattice);
-  if (std::find(names.begin(), names.end(), currentScoreName) != names.end()) return "";
-  return noSuchScore(lattice, name);
+/// Finds the paths that are to be marked.
+std::string chooseMarks(const WordLattice& lattice, const DrawingOptions& options,
+                        const std::vector<double>& scores, DrawingMarks& marks) {
+  std::string error;
+  if (options.throughLink) {
+    const auto isIt = [&](const WordLink& link) { return link.id == *options.throughLink; };
+    const auto link = std::find_if(lattice.links.begin(), lattice.links.end(), isIt);
+    if (link == lattice.links.end())
+      return "there is no link " + std::to_string(*options.throughLink);
+    marks.chosenLink = static_cast<std::size_t>(link - lattice.links.begin());
+    error = findBestPathThrough(lattice, scores, *marks.chosenLink, marks.throughLink.emplace());
+  }
+  if (!error.empty() || !options.showBestPath) return error;
+  std::vector<LatticePath> paths;
+  error = findBestPaths(lattice, scores, 1, paths);
+  if (error.empty()) marks.best = std::move(paths[0]);
+  return error;
 }
 
 /// Brings the lattice into the viewer's own graph, by way of the file that the viewer would open.
@@ -119,6 +131,21 @@ std::string viewerGraph(const WordLattice& lattice, const WorkFolder& folder, Gr
   std::string error = dialectText(lattice, text);
   if (error.empty()) error = writeWholeFile(path, text);
   return error.empty() ? readHtkLattice(graph, path) : error;
+}
+
+/// Makes the text that asks `dot` for the drawing.
+std::string describe(const WordLattice& lattice, const DrawingOptions& options,
+                     const WorkFolder& folder, std::string& description) {
+  Graph graph;
+  if (std::string error = viewerGraph(lattice, folder, graph); !error.empty()) return error;
+  const std::string& scoreName = options.scoreName.empty() ? kTotalName : options.scoreName;
+  const auto scores = scoresNamed(lattice, scoreName);
+  if (!scores) return noSuchScore(lattice, scoreName);
+  DrawingMarks marks;
+  std::string error = chooseLabels(graph, options.labelField);
+  if (error.empty()) error = chooseMarks(lattice, options, *scores, marks);
+  if (error.empty()) description = descriptionOf(lattice, labelsOf(graph, scoreName), marks);
+  return error;
 }
 
 /// Puts the drawing where it belongs.
@@ -154,20 +181,16 @@ std::string drawLattice(const WordLattice& lattice, const DrawingOptions& option
   const WorkFolder folder;
   if (!folder.error().empty()) return folder.error();
 
-  Graph graph;
-  std::string error = viewerGraph(lattice, folder, graph);
-  if (error.empty()) error = chooseScore(lattice, options.scoreName);
-  if (error.empty()) error = chooseLabels(graph, options.labelField);
-  if (error.empty() && options.throughLink) error = chooseLink(graph, *options.throughLink);
+  std::string text;
+  std::string error = describe(lattice, options, folder, text);
   if (!error.empty()) return error;
-  graph.showBestPath = options.showBestPath;
 
   const std::string description = folder.file("lattice.dot");
   const std::string drawing = folder.file("drawing");
   const std::string layout = folder.file("layout.dot");
   const std::string log = folder.file("dot.log");
   std::ofstream stream(description);
-  writeDescription(graph, stream);
+  stream << text;
   stream.close();
   if (!stream) return "the description could not be written to the temporary folder";
 

@@ -57,13 +57,10 @@ bool isEntity(std::string_view text, std::size_t pos) {
   return end > pos + 1 && end < text.size() && text[end] == ';';
 }
 
-/// What a character is drawn as; empty for one that is drawn as it is.
-std::string pictureOf(std::string_view text, std::size_t pos, std::uint32_t code) {
+/// What a character is shown as that no line of text and no XML has a place for; empty for others.
+std::string controlPicture(std::uint32_t code) {
   constexpr std::uint32_t kFirstPrintable = 0x20;
   constexpr std::uint32_t kDelete = 0x7F;
-  if (code == '"') return "\u201D";
-  if (code == '\\') return "\u2216";
-  if (code == '&') return isEntity(text, pos) ? "\uFF06" : "";
   if (code < kFirstPrintable) {  // the pictures of control characters begin at U+2400
     std::string picture = "\u2400";
     picture.back() = static_cast<char>(0x80u + code);
@@ -72,6 +69,32 @@ std::string pictureOf(std::string_view text, std::size_t pos, std::uint32_t code
   if (code == kDelete) return "\u2421";
   if (code == 0xFFFE || code == 0xFFFF) return "\uFFFD";
   return "";
+}
+
+/// What a character is drawn as; empty for one that is drawn as it is.
+std::string pictureOf(std::string_view text, std::size_t pos, std::uint32_t code) {
+  if (code == '"') return "\u201D";
+  if (code == '\\') return "\u2216";
+  if (code == '&') return isEntity(text, pos) ? "\uFF06" : "";
+  return controlPicture(code);
+}
+
+/// `text` with what `picture`, called with a place in it and the character there, gives for it.
+template <typename Picture>
+std::string withPictures(const std::string& text, Picture picture) {
+  std::string shown;
+  shown.reserve(text.size());
+  for (std::size_t pos = 0; pos < text.size();) {
+    const Character character = characterAt(text, pos);
+    const std::size_t length = std::max<std::size_t>(character.length, 1);
+    const std::string instead = picture(pos, character.code);
+    if (instead.empty())
+      shown.append(text, pos, length);
+    else
+      shown += instead;
+    pos += length;
+  }
+  return shown;
 }
 
 int hexadecimal(char c) {
@@ -118,19 +141,12 @@ std::string inUtf8(std::string bytes) {
 }
 
 std::string drawableText(const std::string& text) {
-  std::string drawable;
-  drawable.reserve(text.size());
-  for (std::size_t pos = 0; pos < text.size();) {
-    const Character character = characterAt(text, pos);
-    const std::size_t length = std::max<std::size_t>(character.length, 1);
-    const std::string picture = pictureOf(text, pos, character.code);
-    if (picture.empty())
-      drawable.append(text, pos, length);
-    else
-      drawable += picture;
-    pos += length;
-  }
-  return drawable;
+  return withPictures(
+      text, [&](std::size_t pos, std::uint32_t code) { return pictureOf(text, pos, code); });
+}
+
+std::string withControlPictures(const std::string& text) {
+  return withPictures(text, [](std::size_t, std::uint32_t code) { return controlPicture(code); });
 }
 
 std::string excerpt(std::string_view text) {

@@ -22,6 +22,10 @@ std::string inUtf8(std::string bytes);
 /// U+FFFD. `text` is UTF-8.
 std::string drawableText(const std::string& text);
 
+/// The text with the picture of each control character in its place, and U+FFFD for what XML has no
+/// place for: what drawableText does, for a label that is escaped. `text` is UTF-8.
+std::string withControlPictures(const std::string& text);
+
 /// The beginning of something of a file as a message shows it, drawable: its first 40 bytes or,
 /// where a UTF-8 character would be cut, up to 3 fewer. "..." follows when there is more.
 std::string excerpt(std::string_view text);

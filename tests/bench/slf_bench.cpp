@@ -1,10 +1,11 @@
 // How long the finished program quorbel-lattice takes for lattices as decoders write them: to
-// import a large one, beside OpenFst's tools on the same graph, and to get from one of usual size
-// to a picture.
+// import a large one, beside OpenFst's tools on the same graph, to get from one of usual size to a
+// picture, and to print very many paths.
 
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
+#include <fstream>
 #include <iostream>
 #include <string>
 
@@ -51,7 +52,22 @@ void BM_ToPicture(benchmark::State& state) {
 /// The last step of that, nearly all of which is the run of `dot`.
 void BM_Picture(benchmark::State& state) { runEach(state, kProgram + " draw small.lat small.png"); }
 
-constexpr const char* kNames[] = {"slf-import", "slf-openfst", "slf-to-picture", "slf-picture"};
+/// The 100,000 best paths through 10,000 links, each of some 250.
+void BM_Best(benchmark::State& state) {
+  static const DecoderLattice files = writeDecoderLattice(2500, 10000, 10);
+  runEach(state, kProgram + " best " + files.slfFile + " --nbest 100000 >/dev/null 2>best.log");
+}
+
+/// The same of three nodes with a loop, where there is a limit to going around.
+void BM_Around(benchmark::State& state) {
+  std::ofstream("loop.slf") << "start=0 end=2\nN=3 L=3\nI=0 t=0\nI=1 t=1\nI=2 t=2\n"
+                               "J=0 S=0 E=1 W=a a=-1\nJ=1 S=1 E=1 W=b a=-1\n"
+                               "J=2 S=1 E=2 W=c a=-1\n";
+  runEach(state, kProgram + " best loop.slf --nbest 100000 >/dev/null 2>best.log");
+}
+
+constexpr const char* kNames[] = {"slf-import",  "slf-openfst", "slf-to-picture",
+                                  "slf-picture", "slf-best",    "slf-around"};
 
 std::string timeOf(const std::string& name) { return name + "/iterations:5/real_time"; }
 
@@ -61,7 +77,8 @@ std::string timeOf(const std::string& name) { return name + "/iterations:5/real_
 int main(int argc, char** argv) {
   using namespace quorbel;
   benchmark::Initialize(&argc, argv);
-  void (*const runs[])(benchmark::State&) = {BM_Import, BM_OpenFst, BM_ToPicture, BM_Picture};
+  void (*const runs[])(benchmark::State&) = {BM_Import,  BM_OpenFst, BM_ToPicture,
+                                             BM_Picture, BM_Best,    BM_Around};
   for (std::size_t i = 0; i < std::size(runs); ++i)
     benchmark::RegisterBenchmark(kNames[i], runs[i])
         ->UseRealTime()
@@ -77,5 +94,7 @@ int main(int argc, char** argv) {
                         {timeOf("slf-to-picture")}, 5);
   reporter.printRatio("drawing's share of that", {timeOf("slf-picture")},
                       {timeOf("slf-to-picture")}, 1);
+  reporter.printSeconds("the 100000 best paths of 10000 links, seconds", {timeOf("slf-best")}, 30);
+  reporter.printSeconds("as many around one loop, seconds", {timeOf("slf-around")}, 30);
   return 0;
 }

@@ -1,7 +1,9 @@
 """draw: the viewer's drawing in a file, and what becomes of its work files."""
 
+import html
 import os
 import pathlib
+import random
 import re
 import signal
 import subprocess
@@ -61,6 +63,64 @@ class DrawingTest(ToolTest):
                          self.labels(self.draw("--through", 4)))
         self.assertEqual("there is no link 5",
                          self.fails("draw", "talk.slf", "x.svg", "--through", 5))
+
+    def test_marks_the_path_that_best_prints(self):
+        self.write("parallel.slf", "N=3 L=4\nI=0 t=0\nI=1 t=1\nI=2 t=2\n"
+                                   "J=0 S=0 E=1 W=cat a=-1 l=-9\nJ=1 S=0 E=1 W=cap a=-50 l=-1\n"
+                                   "J=2 S=1 E=2 W=sat a=-1 l=-1\nJ=3 S=0 E=2 W=hat a=-3 l=-5\n")
+        self.assertEqual({"cat": "", "cap": "blue", "sat": "blue", "hat": ""}, self.labels(
+            self.draw("--best", "--score", "l", source="parallel.slf")))
+        self.assertEqual({"cat": "", "cap": "cyan", "sat": "red", "hat": ""}, self.labels(
+            self.draw("--through", 2, "--score", "l", source="parallel.slf")))
+
+    def test_marks_the_path_that_best_prints_in_random_lattices(self):
+        seed = 9104
+        numbers = random.Random(seed)
+        for round in range(12):
+            text = "N=5 L=12\n" + "".join(f"I={i} t={i}\n" for i in range(5))
+            ends = [(0, 1), (1, 2), (2, 3), (3, 4)] * 2 + [
+                tuple(sorted(numbers.sample(range(5), 2))) for _ in range(4)]
+            text += "".join(f"J={j} S={s} E={e} W=w{j} a={-numbers.randint(0, 9)} "
+                            f"l={-numbers.randint(0, 9)}\n" for j, (s, e) in enumerate(ends))
+            self.write("random.slf", text)
+            for score in ("TOTAL", "a", "l", "post"):
+                with self.subTest(seed=seed, round=round, score=score, lattice=text):
+                    best = self.succeeds("best", "random.slf", "--score", score)
+                    colours = self.labels(self.draw("--best", "--score", score,
+                                                    source="random.slf"))
+                    self.assertEqual(set(re.findall(r"\t(w\d+)\t", best)),
+                                     {word for word in colours if colours[word] == "blue"})
+
+    def test_says_when_there_is_no_path_to_mark(self):
+        self.write("no.slf", "start=0 end=2\nN=3 L=2\nI=0 t=0\nI=1 t=1\nI=2 t=2\n"
+                             "J=0 S=0 E=1 W=a\nJ=1 S=1 E=1 W=b\n")
+        self.assertEqual(["a", "b"], self.texts(self.draw(source="no.slf")))
+        self.assertEqual("no path leads from the start to the end",
+                         self.fails("draw", "no.slf", "x.svg", "--best"))
+        self.assertEqual("no path from the start to the end takes link 1",
+                         self.fails("draw", "no.slf", "x.svg", "--through", 1))
+        self.assertEqual(["no.slf", "out.svg", "talk.slf", "tmp"], self.files())
+
+    def test_keeps_words_in_their_labels(self):
+        words = ['x", URL="javascript:alert(1)',
+                 'x"]; 7 [image="/any/local.png"]; 0 -> 7 [comment="ID = 0',
+                 "a\\", "\\N\\n\\G", "&lt;&#65;", "a\nb"]
+        lines = [f"J={i} S=0 E=1 W=<w in='{self.as_xml(word)}'/> a=-{i}\n"
+                 for i, word in enumerate(words)]
+        self.write("odd.slf", f"N=2 L={len(words)}\nI=0 t=0\nI=1 t=1\n" + "".join(lines))
+        svg = self.draw("--best", "--label", "in", source="odd.slf")
+        shown = [word.replace("\n", "\u240a") for word in words]
+        self.assertEqual(sorted(shown), sorted(map(html.unescape, self.texts(svg))))
+        self.assertNotRegex(svg, "<a |<image|href=")
+        self.assertEqual(2, svg.count('class="node"'))
+        self.succeeds("draw", "odd.slf", "out.dia")
+        dia = html.unescape(self.read("out.dia"))
+        for word in shown:
+            self.assertIn(f"#{word}#", dia)
+
+    @staticmethod
+    def as_xml(text):
+        return html.escape(text).replace("\n", "&#10;")
 
     def test_draws_words_that_end_labels(self):
         self.write("odd.slf", "N=2 L=3\nI=0 t=0\nI=1 t=1\nJ=0 S=0 E=1 W='\\\"' a=-1\n"
