@@ -48,17 +48,24 @@ void drawDiagram(Graph& graph, const std::string& name) {
 
 void MainWindow::on_export(const std::string& format) { exportGraph(format); }
 
-/// The dialog stays on screen while `dot` runs.
 void MainWindow::exportGraph(const std::string& format) {
   if (putOffWhileRendering([this, format] { exportGraph(format); })) return;
   if (!m_FileOpened) {
     show_error(*this, "No graph opened");
     return;
   }
-  const FileDialog dialog = makeFileDialog(*this, "Please choose a filename",
-                                           Gtk::FILE_CHOOSER_ACTION_SAVE, folderForDialogs());
-  dialog->add_button(Gtk::Stock::SAVE, Gtk::RESPONSE_OK);
-  const std::optional<std::string> name = chooseName(*dialog, format);
+  askAndExport(format);
+}
+
+/// The dialog stays on screen while `dot` runs.
+void MainWindow::askAndExport(const std::string& format) {
+  if (!m_ExportDialog) {
+    m_ExportDialog =
+        makeFileDialog(*this, "Please choose a filename", Gtk::FILE_CHOOSER_ACTION_SAVE);
+    m_ExportDialog->add_button(Gtk::Stock::SAVE, Gtk::RESPONSE_OK);
+  }
+  const FileDialogUse use(*m_ExportDialog, folderForDialogs());
+  const std::optional<std::string> name = chooseName(*m_ExportDialog, format);
   if (!name || !m_FileOpened) return;  // what was put off may have closed the file meanwhile
   refreshSelectedEdgeScore(m_Graph);
   m_Graph.outputFormat = format;

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/canvas_geometry.h"
+#include "dialogs/file_dialog.h"
 #include "lattice/graph.h"
 #include "lattice/layout_item.h"
 #include "layout/node_items.h"
@@ -95,6 +96,7 @@ class MainWindow : public Gtk::Window {
   std::string build_sibling_menu(const std::string& path);           // opening.cpp
   std::string folderForDialogs() const;                              // opening.cpp
   void exportGraph(const std::string& format);                       // exporting.cpp
+  void askAndExport(const std::string& format);                      // exporting.cpp
   void loadMatchingSound(const std::string& latticePath);            // sound_commands.cpp
   void loadSound();                                                  // sound_commands.cpp
   void closeSound();                                                 // sound_commands.cpp
@@ -180,6 +182,10 @@ class MainWindow : public Gtk::Window {
   NodeItems m_NodeItems;      ///< finds the nodes among m_EdgeLayouts
   Waveform m_Waveform;        ///< columns of the loaded sound for the strip's width
   Glib::RefPtr<Gdk::Pixmap> m_refWaveformPicture;  ///< the strip without range and cursor, or empty
+
+  FileDialog m_LatticeDialog;  ///< empty until first used, as the others
+  FileDialog m_SoundDialog;
+  FileDialog m_ExportDialog;
 
   int m_RunsInProgress = 0;     ///< calls of renderGraph that have not returned
   bool m_RunBrokenOff = false;  ///< an exception left renderGraph and nobody has cleaned up yet

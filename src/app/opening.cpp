@@ -24,11 +24,12 @@ bool isReadable(const std::string& path) {
 
 void MainWindow::on_open_dialog() {
   if (putOffWhileRendering([this] { on_open_dialog(); })) return;
-  const auto path = askForFile(*this, {"Please choose a HTK file",
-                                       Gtk::RESPONSE_OK,
-                                       "HTK files",
-                                       {"*.htk", "*.lat"},
-                                       folderForDialogs()});
+  const auto path = askForFile(m_LatticeDialog, *this,
+                               {"Please choose a HTK file",
+                                Gtk::RESPONSE_OK,
+                                "HTK files",
+                                {"*.htk", "*.lat"},
+                                folderForDialogs()});
   if (path) open_lattice(build_sibling_menu(*path));
 }
 

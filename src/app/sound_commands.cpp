@@ -50,11 +50,12 @@ void MainWindow::closeSound() {
 
 void MainWindow::on_open_sound() {
   if (putOffWhileRendering([this] { on_open_sound(); })) return;
-  const auto path = askForFile(*this, {"Please choose a sound file",
-                                       Gtk::RESPONSE_ACCEPT,
-                                       "Sound files",
-                                       {"*.wav", "*.raw"},
-                                       folderForDialogs()});
+  const auto path = askForFile(m_SoundDialog, *this,
+                               {"Please choose a sound file",
+                                Gtk::RESPONSE_ACCEPT,
+                                "Sound files",
+                                {"*.wav", "*.raw"},
+                                folderForDialogs()});
   if (!path) return;
   m_SoundPath = *path;
   loadSound();

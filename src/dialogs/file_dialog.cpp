@@ -1,23 +1,49 @@
 #include "dialogs/file_dialog.h"
 
-#include <glibmm/main.h>
+#include <gtk/gtk.h>
+#include <gtkmm/entry.h>
 #include <gtkmm/stock.h>
 
-namespace quorbel {
+#include <string_view>
 
-void DeleteAfterItsIcons::operator()(Gtk::FileChooserDialog* dialog) const {
-  constexpr unsigned kSecondsForSlowFolders = 60;
-  dialog->hide();
-  Glib::signal_timeout().connect_seconds_once(
-      [kept = std::shared_ptr<Gtk::FileChooserDialog>(dialog)] {}, kSecondsForSlowFolders);
+namespace quorbel {
+namespace {
+
+/// Empties the field for a file's name, which only the toolkit's container knows. The dialog's
+/// own way, a name set, is there for saving alone.
+void clearTypedName(Gtk::Widget& part) {
+  constexpr std::string_view kNameField = "GtkFileChooserEntry";
+  if (auto* const field = dynamic_cast<Gtk::Entry*>(&part)) {
+    if (G_OBJECT_TYPE_NAME(field->gobj()) == kNameField) field->set_text("");
+  } else if (auto* const container = dynamic_cast<Gtk::Container*>(&part)) {
+    gtk_container_forall(
+        container->gobj(), [](GtkWidget* child, gpointer) { clearTypedName(*Glib::wrap(child)); },
+        nullptr);
+  }
 }
 
+void chooseFirstFilter(Gtk::FileChooserDialog& dialog) {
+  GtkFileChooser* const chooser = GTK_FILE_CHOOSER(dialog.gobj());
+  GSList* const filters = gtk_file_chooser_list_filters(chooser);
+  if (filters) gtk_file_chooser_set_filter(chooser, GTK_FILE_FILTER(filters->data));
+  g_slist_free(filters);
+}
+
+}  // namespace
+
 FileDialog makeFileDialog(Gtk::Window& parent, const Glib::ustring& title,
-                          Gtk::FileChooserAction action, const std::string& folder) {
+                          Gtk::FileChooserAction action) {
   FileDialog dialog(new Gtk::FileChooserDialog(parent, title, action));
   dialog->add_button(Gtk::Stock::CANCEL, Gtk::RESPONSE_CANCEL);
-  dialog->set_current_folder(folder);
   return dialog;
+}
+
+FileDialogUse::FileDialogUse(Gtk::FileChooserDialog& dialog, const std::string& folder)
+    : m_Dialog(dialog) {
+  chooseFirstFilter(dialog);
+  dialog.unselect_all();
+  clearTypedName(dialog);
+  dialog.set_current_folder(folder);
 }
 
 }  // namespace quorbel

@@ -1,5 +1,8 @@
 #pragma once
 
+// Dialogs that ask for a file: how they are made, used again, and left. What each asks is with its
+// caller.
+
 #include <gtkmm/filechooserdialog.h>
 
 #include <memory>
@@ -7,21 +10,35 @@
 
 namespace quorbel {
 
-/// Takes a dialog off the screen and deletes it a minute later.
-///
-/// The toolkit loads the icons of a folder's files in the background, and gives each to the dialog
-/// it was for without a look whether that one still lives (GTK 2's GtkFileSystemModel). A dialog
-/// that is answered before all are there must therefore outlive them.
-struct DeleteAfterItsIcons {
-  void operator()(Gtk::FileChooserDialog* dialog) const;
+/// Takes a dialog off the screen and leaves it to the toolkit, whose list of windows it stays in
+/// until the program ends.
+struct LeaveToToolkit {
+  void operator()(Gtk::FileChooserDialog* dialog) const { dialog->hide(); }
 };
 
-/// A dialog that asks for a file. Gone from the screen when its owner is gone.
-using FileDialog = std::unique_ptr<Gtk::FileChooserDialog, DeleteAfterItsIcons>;
+/// A dialog for files, which its owner makes once and uses again; empty until then.
+///
+/// It is never deleted. The toolkit looks up the icons of the folders above the files in the
+/// background, and where a dialog goes while they are on their way it hands them to freed memory
+/// (GTK 2's GtkPathBar). Nothing tells when the last one has come, so a dialog a question would be
+/// one too many each time: one of each kind serves as long as its owner lives.
+using FileDialog = std::unique_ptr<Gtk::FileChooserDialog, LeaveToToolkit>;
 
-/// A dialog over `parent` with a Cancel button, to be run by the caller, who owns it. It shows
-/// `folder`, a full path, first.
+/// A dialog over `parent` with a Cancel button; not yet on screen.
 FileDialog makeFileDialog(Gtk::Window& parent, const Glib::ustring& title,
-                          Gtk::FileChooserAction action, const std::string& folder);
+                          Gtk::FileChooserAction action);
+
+/// One question asked with a dialog: begins as with a new dialog, in `folder` (a full path) and its
+/// first filter, with nothing chosen or typed in; the dialog is off the screen when this is gone.
+class FileDialogUse {
+ public:
+  FileDialogUse(Gtk::FileChooserDialog& dialog, const std::string& folder);
+  ~FileDialogUse() { m_Dialog.hide(); }
+  FileDialogUse(const FileDialogUse&) = delete;
+  FileDialogUse& operator=(const FileDialogUse&) = delete;
+
+ private:
+  Gtk::FileChooserDialog& m_Dialog;
+};
 
 }  // namespace quorbel

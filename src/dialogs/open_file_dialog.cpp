@@ -2,23 +2,31 @@
 
 #include <gtkmm/stock.h>
 
-#include "dialogs/file_dialog.h"
-
 namespace quorbel {
+namespace {
 
-std::optional<std::string> askForFile(Gtk::Window& parent, const OpenFileRequest& request) {
-  const FileDialog dialog =
-      makeFileDialog(parent, request.title, Gtk::FILE_CHOOSER_ACTION_OPEN, request.folder);
+void addFilter(Gtk::FileChooserDialog& dialog, const Glib::ustring& name,
+               const std::vector<Glib::ustring>& patterns) {
+  auto* const filter = Gtk::manage(new Gtk::FileFilter);
+  filter->set_name(name);
+  for (const Glib::ustring& pattern : patterns) filter->add_pattern(pattern);
+  dialog.add_filter(*filter);
+}
+
+FileDialog makeOpenDialog(Gtk::Window& parent, const OpenFileRequest& request) {
+  FileDialog dialog = makeFileDialog(parent, request.title, Gtk::FILE_CHOOSER_ACTION_OPEN);
   dialog->add_button(Gtk::Stock::OPEN, request.openResponse);
-  Gtk::FileFilter wanted;
-  wanted.set_name(request.filterName);
-  for (const Glib::ustring& pattern : request.patterns) wanted.add_pattern(pattern);
-  dialog->add_filter(wanted);
-  Gtk::FileFilter anyFiles;
-  anyFiles.set_name("Any files");
-  anyFiles.add_pattern("*");
-  dialog->add_filter(anyFiles);
+  addFilter(*dialog, request.filterName, request.patterns);
+  addFilter(*dialog, "Any files", {"*"});
+  return dialog;
+}
 
+}  // namespace
+
+std::optional<std::string> askForFile(FileDialog& dialog, Gtk::Window& parent,
+                                      const OpenFileRequest& request) {
+  if (!dialog) dialog = makeOpenDialog(parent, request);
+  const FileDialogUse use(*dialog, request.folder);
   if (dialog->run() != request.openResponse) return std::nullopt;
   return dialog->get_filename();
 }

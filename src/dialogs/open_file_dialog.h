@@ -1,11 +1,12 @@
 #pragma once
 
-#include <gtkmm/dialog.h>
 #include <gtkmm/window.h>
 
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "dialogs/file_dialog.h"
 
 namespace quorbel {
 
@@ -20,6 +21,10 @@ struct OpenFileRequest {
 
 /// Asks the user for a file over `parent`. Returns its full path in the file system's encoding,
 /// none when the user gives up. The dialog is off the screen when this returns.
-std::optional<std::string> askForFile(Gtk::Window& parent, const OpenFileRequest& request);
+///
+/// `dialog` is empty or what an earlier call made of it, for the same parent and a request that
+/// differed in the folder at most.
+std::optional<std::string> askForFile(FileDialog& dialog, Gtk::Window& parent,
+                                      const OpenFileRequest& request);
 
 }  // namespace quorbel

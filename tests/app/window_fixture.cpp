@@ -72,16 +72,17 @@ WindowTest::~WindowTest() {
   m_LastResort.disconnect();
   window.reset();
   m_Answering.disconnect();
-  for (GtkWidget* widget : m_Answered)  // a dialog for files is deleted later
-    g_object_weak_unref(G_OBJECT(widget), forget, &m_Answered);
+  for (GtkWidget* widget : m_Answered)
+    g_signal_handlers_disconnect_by_func(widget, reinterpret_cast<gpointer>(forget), &m_Answered);
   noteWarningsIn(nullptr);
   EXPECT_EQ(warnings, std::vector<std::string>());
 }
 
-void WindowTest::forget(gpointer answered, GObject* gone) {
+/// A dialog for files comes up again.
+void WindowTest::forget(GtkWidget* hidden, gpointer answered) {
   auto& widgets = *static_cast<std::vector<GtkWidget*>*>(answered);
-  widgets.erase(std::remove(widgets.begin(), widgets.end(), reinterpret_cast<GtkWidget*>(gone)),
-                widgets.end());
+  widgets.erase(std::remove(widgets.begin(), widgets.end(), hidden), widgets.end());
+  g_signal_handlers_disconnect_by_func(hidden, reinterpret_cast<gpointer>(forget), answered);
 }
 
 bool WindowTest::answerDialogs() {
@@ -91,7 +92,7 @@ bool WindowTest::answerDialogs() {
     GtkWidget* const widget = GTK_WIDGET(dialog->gobj());
     if (std::find(m_Answered.begin(), m_Answered.end(), widget) != m_Answered.end()) continue;
     m_Answered.push_back(widget);
-    g_object_weak_ref(G_OBJECT(widget), forget, &m_Answered);
+    g_signal_connect(widget, "hide", G_CALLBACK(forget), &m_Answered);
     dialogs.push_back(dialogText(*dialog));
     answer(*dialog);
     break;  // the list of windows may have changed

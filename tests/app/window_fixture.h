@@ -97,7 +97,7 @@ class WindowTest : public ::testing::Test {
 
  private:
   bool answerDialogs();
-  static void forget(gpointer answered, GObject* gone);
+  static void forget(GtkWidget* hidden, gpointer answered);
   void sendPointerTo(Gtk::Widget& widget, int x, int y);
   void awaitButtonPresses(int count);
 
