@@ -5,11 +5,8 @@
 #include "app/main_window.h"
 #include "dialogs/file_dialog.h"
 #include "dialogs/message_text.h"
-#include "layout/dia_writer.h"
-#include "layout/dot_writer.h"
+#include "layout/export.h"
 #include "layout/export_name.h"
-#include "layout/file_names.h"
-#include "layout/file_stamp.h"
 
 namespace quorbel {
 namespace {
@@ -25,23 +22,19 @@ bool mayWrite(Gtk::Window& parent, const std::string& name) {
   return dialog.run() == Gtk::RESPONSE_OK;
 }
 
-/// Runs the dialog until the user gives up or a name is settled.
-std::optional<std::string> chooseName(Gtk::FileChooserDialog& dialog, const std::string& format) {
+/// Runs the dialog until the user gives up or a name is settled. The format is that of the next
+/// run of `dot` from here on, and stays so where the name is too short to be looked at, which
+/// throws; it is as before when the user gives up.
+std::optional<std::string> chooseName(Gtk::FileChooserDialog& dialog, const std::string& format,
+                                      Graph& graph) {
+  const std::string formatBefore = graph.outputFormat;
   while (dialog.run() == Gtk::RESPONSE_OK) {
+    graph.outputFormat = format;
     const std::string name = exportFileName(dialog.get_filename(), format);
     if (mayWrite(dialog, name)) return name;
   }
+  graph.outputFormat = formatBefore;
   return std::nullopt;
-}
-
-/// Today's Graphviz knows no DIA format and leaves no file: then the layout that was drawn anew in
-/// the same run becomes the diagram.
-void drawDiagram(Graph& graph, const std::string& name) {
-  const FileStamp diagramBefore = fileStamp(name);
-  const FileStamp layoutBefore = fileStamp(kLayoutFile);
-  writeDotAndRun(graph, name);
-  if (fileStamp(name) == diagramBefore && fileStamp(kLayoutFile) != layoutBefore)
-    writeDiaDiagram(kLayoutFile, name);
 }
 
 }  // namespace
@@ -54,25 +47,23 @@ void MainWindow::exportGraph(const std::string& format) {
     show_error(*this, "No graph opened");
     return;
   }
-  askAndExport(format);
+  const std::string error = askAndExport(format);
+  if (!error.empty()) show_error(*this, error);
 }
 
-/// The dialog stays on screen while `dot` runs.
-void MainWindow::askAndExport(const std::string& format) {
+/// The dialog stays on screen while `dot` runs. Returns what went wrong, "" after success or when
+/// the user gave up.
+std::string MainWindow::askAndExport(const std::string& format) {
   if (!m_ExportDialog) {
     m_ExportDialog =
         makeFileDialog(*this, "Please choose a filename", Gtk::FILE_CHOOSER_ACTION_SAVE);
     m_ExportDialog->add_button(Gtk::Stock::SAVE, Gtk::RESPONSE_OK);
   }
   const FileDialogUse use(*m_ExportDialog, folderForDialogs());
-  const std::optional<std::string> name = chooseName(*m_ExportDialog, format);
-  if (!name || !m_FileOpened) return;  // what was put off may have closed the file meanwhile
+  const std::optional<std::string> name = chooseName(*m_ExportDialog, format, m_Graph);
+  if (!name || !m_FileOpened) return "";  // what was put off may have closed the file meanwhile
   refreshSelectedEdgeScore(m_Graph);
-  m_Graph.outputFormat = format;
-  if (format == "dia")
-    drawDiagram(m_Graph, *name);
-  else
-    writeDotAndRun(m_Graph, *name);
+  return exportDrawing(m_Graph, *name, runBySystem);
 }
 
 }  // namespace quorbel

@@ -96,7 +96,7 @@ class MainWindow : public Gtk::Window {
   std::string build_sibling_menu(const std::string& path);           // opening.cpp
   std::string folderForDialogs() const;                              // opening.cpp
   void exportGraph(const std::string& format);                       // exporting.cpp
-  void askAndExport(const std::string& format);                      // exporting.cpp
+  std::string askAndExport(const std::string& format);               // exporting.cpp
   void loadMatchingSound(const std::string& latticePath);            // sound_commands.cpp
   void loadSound();                                                  // sound_commands.cpp
   void closeSound();                                                 // sound_commands.cpp

@@ -73,7 +73,8 @@ void MainWindow::renderGraph() {
   }
   if (!showStage("Creating graph...")) return endRun();
   refreshSelectedEdgeScore(m_Graph);
-  writeDotAndRun(m_Graph, std::nullopt);
+  m_Graph.outputFormat = kDefaultFormat;  // an export that broke off may have left its own
+  writeDotAndRun(m_Graph, std::nullopt, runBySystem);
   m_Statusbar.pop(kRunContext);
 
   if (!showStage("Loading graph elements...")) return endRun();

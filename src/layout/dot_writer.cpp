@@ -123,21 +123,23 @@ void writeDescription(Graph& graph, std::ostream& stream) {
   stream << "}\n";
 }
 
-bool writeDotAndRun(Graph& graph, const std::optional<std::string>& outputName) {
+int runBySystem(const std::string& commandLine) { return std::system(commandLine.c_str()); }
+
+DotRuns writeDotAndRun(Graph& graph, const std::optional<std::string>& outputName,
+                       const CommandRunner& run) {
   std::ofstream stream(kDescriptionFile);
   writeDescription(graph, stream);
   stream.close();
 
   if (graph.outputFormat.empty()) graph.outputFormat = kDefaultFormat;
-  const auto run = [](const std::string& format, const std::string& name) {
-    const std::string command =
-        "dot -T" + format + " -o " + shellWord(name) + " " + kDescriptionFile;
-    return std::system(command.c_str());
+  const auto draw = [&run](const std::string& format, const std::string& name) {
+    return run("dot -T" + format + " -o " + shellWord(name) + " " + kDescriptionFile);
   };
-  run(graph.outputFormat, outputName.value_or(kImageFile));
+  DotRuns runs;
+  runs.image = draw(graph.outputFormat, outputName.value_or(kImageFile));
   graph.outputFormat = kDefaultFormat;
-  run("dot", kLayoutFile);
-  return true;
+  runs.layout = draw("dot", kLayoutFile);
+  return runs;
 }
 
 }  // namespace quorbel

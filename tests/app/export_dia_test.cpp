@@ -4,7 +4,6 @@
 
 #include "app/export_fixture.h"
 #include "layout/file_names.h"
-#include "layout/file_stamp.h"
 
 namespace quorbel {
 namespace {
@@ -79,10 +78,11 @@ TEST_F(ExportToDia, WithoutANewLayoutThereIsNoDiagram) {
   EXPECT_FALSE(std::filesystem::exists("new.dia"));
 
   folder.write("old.dia", "an older diagram");
-  const FileStamp before = fileStamp("old.dia");
   exportAs("FileExportDIA", "old");
-  EXPECT_EQ(fileStamp("old.dia"), before);
-  EXPECT_EQ(std::count(dialogs.begin(), dialogs.end(), kSaveTitle), 2);
+  EXPECT_EQ(textOf("old.dia"), "an older diagram");
+  EXPECT_EQ(dialogs, (std::vector<std::string>{
+                         kSaveTitle, notWritten("new.dia", "dot failed with status 1"), kSaveTitle,
+                         question("old.dia"), notWritten("old.dia", "dot failed with status 1")}));
 }
 
 TEST_F(ExportToDia, LayoutCutShortLeavesTheOlderDiagram) {
@@ -91,6 +91,15 @@ TEST_F(ExportToDia, LayoutCutShortLeavesTheOlderDiagram) {
   folder.write("old.dia", "an older diagram");
   exportAs("FileExportDIA", "old");
   EXPECT_EQ(textOf("old.dia"), "an older diagram");
+  EXPECT_EQ(dialogs.back(), notWritten("old.dia", "dot made no drawing"));
+}
+
+TEST_F(ExportToDia, OlderLayoutOfTheSameSecondCountsAsNew) {
+  openLattice(kTwoWays);
+  watchDot("[ \"$1\" = -Tdot ]");  // succeeds, leaving the layout as it lies there
+  exportAs("FileExportDIA", "out");
+  EXPECT_TRUE(isOurs("out.dia"));
+  EXPECT_EQ(dialogs, std::vector<std::string>{kSaveTitle});
 }
 
 TEST_F(ExportToDia, OtherFormatsAreLeftToDot) {
@@ -99,7 +108,9 @@ TEST_F(ExportToDia, OtherFormatsAreLeftToDot) {
   for (const ExportFormat& format : kExportFormats) {
     if (format.format == std::string("dia")) continue;
     exportAs(format.action, "out");
-    EXPECT_FALSE(std::filesystem::exists(std::string("out.") + format.extension));
+    const std::string name = std::string("out.") + format.extension;
+    EXPECT_FALSE(std::filesystem::exists(name));
+    EXPECT_EQ(dialogs.back(), notWritten(name, "dot failed with status 1"));
   }
 }
 

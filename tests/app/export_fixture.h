@@ -44,6 +44,11 @@ class ExportTest : public WindowTest {
   /// The text of the box that asks whether to replace a file in the folder.
   std::string question(const std::string& name) const { return pathOf(name) + " exists already."; }
 
+  /// The text of the box that says that a file in the folder could not be written.
+  std::string notWritten(const std::string& name, const std::string& why) const {
+    return pathOf(name) + " could not be written: " + why;
+  }
+
   /// Has `dot` note its arguments, and then run the lines of a shell script.
   void watchDot(const std::string& script = "exec \"$REAL_DOT\" \"$@\"");
 

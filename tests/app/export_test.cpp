@@ -3,11 +3,11 @@
 #include <gdk/gdkkeysyms.h>
 
 #include <map>
+#include <tuple>
 
 #include "app/chooser_parts.h"
 #include "app/export_fixture.h"
 #include "layout/file_names.h"
-#include "layout/file_stamp.h"
 
 namespace quorbel {
 namespace {
@@ -16,11 +16,18 @@ using Texts = std::vector<std::string>;
 
 class Export : public ExportTest {
  protected:
+  /// What tells a file from one that was written anew under its name.
+  using Stamp = std::tuple<std::filesystem::file_time_type, std::uintmax_t, std::string>;
+
+  static Stamp stampOf(const std::filesystem::path& path) {
+    return {std::filesystem::last_write_time(path), std::filesystem::file_size(path), textOf(path)};
+  }
+
   /// The stamp of every file in the folder.
-  std::map<std::string, FileStamp> files() const {
-    std::map<std::string, FileStamp> stamps;
+  std::map<std::string, Stamp> files() const {
+    std::map<std::string, Stamp> stamps;
     for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
-      stamps[entry.path().filename().string()] = fileStamp(entry.path().string());
+      if (entry.is_regular_file()) stamps[entry.path().filename().string()] = stampOf(entry.path());
     return stamps;
   }
 
@@ -147,10 +154,10 @@ TEST_F(Export, LeavesThePictureOnScreen) {
   TestWindow& w = openLattice(kTwoWays);
   const auto image = w.m_refGraphImage;
   const auto shown = w.m_refShownImage;
-  const FileStamp stamp = fileStamp(kImageFile);
+  const Stamp stamp = stampOf(kImageFile);
   for (const ExportFormat& format : kExportFormats) {
     exportAs(format.action, "out");
-    EXPECT_EQ(fileStamp(kImageFile), stamp);
+    EXPECT_EQ(stampOf(kImageFile), stamp);
   }
   EXPECT_EQ(w.m_refGraphImage, image);
   EXPECT_EQ(w.m_refShownImage, shown);
@@ -221,7 +228,7 @@ TEST_F(Export, RefusingToReplaceLeadsBackToTheDialog) {
   const auto saveUnderName = answer;
   answer = [&](Gtk::Dialog& dialog) {
     if (!GTK_IS_MESSAGE_DIALOG(dialog.gobj())) return saveUnderName(dialog);
-    EXPECT_EQ(w.m_Graph.outputFormat, "as before");
+    EXPECT_EQ(w.m_Graph.outputFormat, "svg");
     dialog.response(Gtk::RESPONSE_CANCEL);
     const std::string next = names.front();
     names.erase(names.begin());
@@ -234,19 +241,53 @@ TEST_F(Export, RefusingToReplaceLeadsBackToTheDialog) {
   EXPECT_EQ(textOf("second.svg"), "an older drawing");
 }
 
-TEST_F(Export, SaysNothingWhenNoFileIsWritten) {
+TEST_F(Export, SaysWhenNoFileIsWrittenAndWhy) {
   openLattice(kTwoWays);
   watchDot("exit 1");
   for (const ExportFormat& format : kExportFormats) {
+    dialogs.clear();
     exportAs(format.action, "out");
     EXPECT_EQ(takeDotRuns().size(), 2u);
+    EXPECT_EQ(dialogs, (Texts{kSaveTitle, notWritten(std::string("out.") + format.extension,
+                                                     "dot failed with status 1")}));
   }
-  EXPECT_EQ(dialogs, Texts(5, kSaveTitle));
   EXPECT_FALSE(std::filesystem::exists("out.png"));
   EXPECT_EQ(window->m_Graph.outputFormat, "png");
 }
 
-TEST_F(Export, SaysNothingWhenTheFileCannotBeWritten) {
+TEST_F(Export, SaysOnTheWindowWhenDotIsMissing) {
+  openLattice(kTwoWays);
+  const std::string path = std::getenv("PATH");
+  const auto saveUnderName = answer;
+  answer = [&](Gtk::Dialog& dialog) {
+    if (!GTK_IS_MESSAGE_DIALOG(dialog.gobj())) {
+      setenv("PATH", folder.path().c_str(), 1);
+      return saveUnderName(dialog);
+    }
+    EXPECT_EQ(dialog.get_transient_for(), window.get());
+    EXPECT_THROW(saveDialog(), std::runtime_error) << "still on screen";
+    dialog.response(Gtk::RESPONSE_OK);
+  };
+  for (const ExportFormat& format : kExportFormats) {
+    dialogs.clear();
+    exportAs(format.action, "out");
+    setenv("PATH", path.c_str(), 1);
+    EXPECT_EQ(dialogs,
+              (Texts{kSaveTitle, notWritten(std::string("out.") + format.extension,
+                                            "the program \"dot\" was not found; it belongs to "
+                                            "Graphviz, install the package \"graphviz\"")}));
+  }
+}
+
+TEST_F(Export, SaysWhichSignalEndedDot) {
+  openLattice(kTwoWays);
+  watchDot("kill -TERM $$");
+  exportAs("FileExportSVG", "out");
+  EXPECT_EQ(dialogs,
+            (Texts{kSaveTitle, notWritten("out.svg", "dot was ended by a signal (Terminated)")}));
+}
+
+TEST_F(Export, SaysWhenTheFileCannotBeWritten) {
   openLattice(kTwoWays);
   const auto saveUnderName = answer;
   std::string obstacle;
@@ -260,8 +301,9 @@ TEST_F(Export, SaysNothingWhenTheFileCannotBeWritten) {
   exportAs("FileExportPNG", "drawing");
   obstacle = "diagram.dia";
   exportAs("FileExportDIA", "diagram");
-  EXPECT_EQ(dialogs,
-            (Texts{kSaveTitle, question("drawing.png"), kSaveTitle, question("diagram.dia")}));
+  EXPECT_EQ(dialogs, (Texts{kSaveTitle, question("drawing.png"),
+                            notWritten("drawing.png", "Is a directory"), kSaveTitle,
+                            question("diagram.dia"), notWritten("diagram.dia", "Is a directory")}));
   EXPECT_TRUE(std::filesystem::is_directory("drawing.png"));
   EXPECT_TRUE(std::filesystem::is_directory("diagram.dia"));
   EXPECT_EQ(window->m_Graph.outputFormat, "png");
@@ -286,6 +328,40 @@ TEST_F(Export, NameShorterThanTheExtensionGoesToTheLastResort) {
   answer = saveUnderName;
   exportAs("FileExportPNG", "longer");
   EXPECT_TRUE(std::filesystem::exists("longer.png"));
+}
+
+TEST_F(Export, GivingUpAfterRefusingToReplaceLeavesTheFormat) {
+  TestWindow& w = openLattice(kTwoWays);
+  w.m_Graph.outputFormat = "as before";
+  folder.write("out.svg", "an older drawing");
+  const auto saveUnderName = answer;
+  answer = [&](Gtk::Dialog& dialog) {
+    if (!GTK_IS_MESSAGE_DIALOG(dialog.gobj())) return saveUnderName(dialog);
+    dialog.response(Gtk::RESPONSE_CANCEL);
+    Glib::signal_idle().connect_once([] { saveDialog().response(Gtk::RESPONSE_CANCEL); });
+  };
+  exportAs("FileExportSVG", "out");
+  EXPECT_EQ(dialogs, (Texts{kSaveTitle, question("out.svg")}));
+  EXPECT_EQ(w.m_Graph.outputFormat, "as before");
+}
+
+TEST_F(Export, FormatIsSetBeforeTheNameIsLookedAtAndThePictureStaysPng) {
+  TestWindow& w = openLattice(kTwoWays);
+  watchDot();
+  answer = [&](Gtk::Dialog& dialog) {
+    if (GTK_IS_MESSAGE_DIALOG(dialog.gobj())) return dialog.response(Gtk::RESPONSE_OK);
+    save(dynamic_cast<Gtk::FileChooserDialog&>(dialog), "/a");
+  };
+  for (const auto& [action, format] :
+       {std::pair("FileExportSVG", "svg"), std::pair("FileExportDIA", "dia")}) {
+    activate(action);
+    EXPECT_EQ(dialogs.back().rfind("basic_string::substr", 0), 0u) << dialogs.back();
+    EXPECT_TRUE(takeDotRuns().empty());
+    EXPECT_EQ(w.m_Graph.outputFormat, format);
+    activate("DisplayShortestPath");
+    EXPECT_EQ(takeDotRuns(), runsFor("png", kImageFile));
+    EXPECT_EQ(w.m_Graph.outputFormat, "png");
+  }
 }
 
 TEST_F(Export, TypedNameAndReturnKeySave) {

@@ -141,7 +141,7 @@ void BM_ExampleDot(benchmark::State& state, const std::string& path) {
   useDefaultLabels(graph);
   readHtkLattice(graph, path);
   for (auto _ : state) {
-    writeDotAndRun(graph, std::nullopt);
+    writeDotAndRun(graph, std::nullopt, runBySystem);
   }
 }
 

@@ -91,7 +91,7 @@ class DiaProgram : public ::testing::Test {
  protected:
   DiaProgram() {
     Graph graph = highlightedLattice();
-    writeDotAndRun(graph, std::nullopt);
+    writeDotAndRun(graph, std::nullopt, runBySystem);
     const auto drawing = readDotDrawing(textOf(kLayoutFile));
     if (!drawing) throw std::runtime_error("no layout");
     m_Drawing = *drawing;

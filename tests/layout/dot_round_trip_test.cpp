@@ -124,7 +124,7 @@ TEST(DotRoundTrip, GivesEveryNodeAndEdgeOnceWithinTheBox) {
   for (int i = 0; i < kLattices; ++i) {
     const TemporaryFolder folder;
     Graph graph = randomLattice(random);
-    ASSERT_TRUE(writeDotAndRun(graph, std::nullopt));
+    writeDotAndRun(graph, std::nullopt, runBySystem);
     const std::string description = textOf("quorbel_graph.dot");
     SCOPED_TRACE("seed " + std::to_string(kSeed) + ", lattice " + std::to_string(i) + "\n" +
                  description + textOf("graph.dot"));
@@ -168,7 +168,7 @@ TEST(DotRoundTrip, GivesBackLabelsOfAnyLength) {
   Graph graph = latticeOf(kLabels + 1);
   for (int i = 0; i < kLabels; ++i)
     link(graph, i, i + 1, randomLabel(random, 100 + random() % 300), 1, i);
-  writeDotAndRun(graph, std::nullopt);
+  writeDotAndRun(graph, std::nullopt, runBySystem);
   std::vector<LayoutItem> items;
   readDotLayout(graph, items);
 
@@ -188,14 +188,14 @@ TEST(DotRoundTrip, IsTheSameUnderALocaleWithADecimalComma) {
   const TemporaryFolder folder;
   Graph graph = diamond();
   graph.labelByValue = true;
-  writeDotAndRun(graph, std::nullopt);
+  writeDotAndRun(graph, std::nullopt, runBySystem);
   std::vector<LayoutItem> expected, items;
   readDotLayout(graph, expected);
 
   const EnvironmentVariable environment("LC_ALL", "de_DE.UTF-8");
   const ProcessLocale locale("de_DE.UTF-8");
   std::filesystem::remove("graph.dot");
-  writeDotAndRun(graph, std::nullopt);
+  writeDotAndRun(graph, std::nullopt, runBySystem);
   readDotLayout(graph, items);
   ASSERT_EQ(items.size(), 8U);
   ASSERT_EQ(expected.size(), 8U);
@@ -252,7 +252,7 @@ TEST(DotRoundTrip, OfALongChainHasEveryNodeWhereThePictureShowsIt) {
   for (int i = 0; i + 1 < kNodes; ++i) link(graph, i, i + 1, "w", 1, i);
   setShowBestPath(graph, true);  // makes all but the end nodes yellow
   testing::internal::CaptureStderr();
-  writeDotAndRun(graph, std::nullopt);
+  writeDotAndRun(graph, std::nullopt, runBySystem);
   EXPECT_NE(testing::internal::GetCapturedStderr().find("Scaling"), std::string::npos);
   std::vector<LayoutItem> items;
   readDotLayout(graph, items);

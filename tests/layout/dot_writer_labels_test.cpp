@@ -234,7 +234,7 @@ TEST_P(DotWriterUnderLocale, WritesNumbersAsInTheCLocale) {
 
   const TemporaryFolder folder;
   const StandInDot dot;
-  writeDotAndRun(graph, std::nullopt);
+  writeDotAndRun(graph, std::nullopt, runBySystem);
   EXPECT_EQ(textOf("quorbel_graph.dot"), expected);
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "layout/dot_failure.h"
 #include "layout/dot_writer.h"
 #include "layout_support.h"
 
@@ -35,7 +36,7 @@ TEST_F(DotWriterRun, WritesTheDescriptionOverAnOlderOne) {
   const StandInDot dot;
   Graph graph = diamond();
   m_Folder.write("quorbel_graph.dot", std::string(100'000, 'x'));
-  EXPECT_TRUE(writeDotAndRun(graph, std::nullopt));
+  writeDotAndRun(graph, std::nullopt, runBySystem);
   EXPECT_EQ(textOf("quorbel_graph.dot"), descriptionOf(graph));
   EXPECT_EQ(filesHere(), "quorbel_graph.dot\n");
 }
@@ -43,7 +44,9 @@ TEST_F(DotWriterRun, WritesTheDescriptionOverAnOlderOne) {
 TEST_F(DotWriterRun, AsksForThePictureOnScreenAndThenForTheLayout) {
   const StandInDot dot;
   Graph graph = diamond();
-  EXPECT_TRUE(writeDotAndRun(graph, std::nullopt));
+  const DotRuns runs = writeDotAndRun(graph, std::nullopt, runBySystem);
+  EXPECT_EQ(runs.image, 0);
+  EXPECT_EQ(runs.layout, 0);
   EXPECT_EQ(dot.runs(), "[-Tpng][-o][graph.png][quorbel_graph.dot]\n" + kLayoutRun);
   EXPECT_EQ(graph.outputFormat, "png");
 }
@@ -52,20 +55,36 @@ TEST_F(DotWriterRun, AsksForTheWantedFormatAndNameOnce) {
   const StandInDot dot;
   Graph graph = diamond();
   graph.outputFormat = "ps2";
-  EXPECT_TRUE(writeDotAndRun(graph, "out.ps"));
+  writeDotAndRun(graph, "out.ps", runBySystem);
   EXPECT_EQ(dot.runs(), "[-Tps2][-o][out.ps][quorbel_graph.dot]\n" + kLayoutRun);
   EXPECT_EQ(graph.outputFormat, "png");
 
-  EXPECT_TRUE(writeDotAndRun(graph, std::nullopt));
+  writeDotAndRun(graph, std::nullopt, runBySystem);
   EXPECT_EQ(dot.runs(), "[-Tps2][-o][out.ps][quorbel_graph.dot]\n" + kLayoutRun +
                             "[-Tpng][-o][graph.png][quorbel_graph.dot]\n" + kLayoutRun);
+}
+
+TEST_F(DotWriterRun, TellsHowEachRunEnded) {
+  Graph graph = diamond();
+  graph.outputFormat = "svg";
+  std::vector<std::string> commandLines;
+  const DotRuns runs = writeDotAndRun(graph, "my out.svg", [&](const std::string& commandLine) {
+    commandLines.push_back(commandLine);
+    EXPECT_EQ(textOf("quorbel_graph.dot"), descriptionOf(graph)) << "not complete before the run";
+    return commandLines.size() == 1 ? 256 : 9;
+  });
+  EXPECT_EQ(runs.image, 256);
+  EXPECT_EQ(runs.layout, 9);
+  EXPECT_EQ(commandLines, (std::vector<std::string>{"dot -Tsvg -o 'my out.svg' quorbel_graph.dot",
+                                                    "dot -Tdot -o graph.dot quorbel_graph.dot"}));
+  EXPECT_EQ(graph.outputFormat, "png");
 }
 
 TEST_F(DotWriterRun, TakesAFormatWithoutAName) {
   const StandInDot dot;
   Graph graph = diamond();
   graph.outputFormat = "svg";
-  EXPECT_TRUE(writeDotAndRun(graph, std::nullopt));
+  writeDotAndRun(graph, std::nullopt, runBySystem);
   EXPECT_EQ(dot.runs(), "[-Tsvg][-o][graph.png][quorbel_graph.dot]\n" + kLayoutRun);
   EXPECT_EQ(graph.outputFormat, "png");
 }
@@ -77,7 +96,7 @@ TEST_F(DotWriterRun, PassesAnyNameAsOneWordAndLetsTheShellRunNothing) {
         "x\ntouch hacked", "x > hacked", "-dash.png", "\xc3\xbc.png", "*", "'", ""}) {
     const StandInDot dot;
     Graph graph = diamond();
-    EXPECT_TRUE(writeDotAndRun(graph, name));
+    writeDotAndRun(graph, name, runBySystem);
     EXPECT_EQ(dot.runs(), "[-Tpng][-o][" + name + "][quorbel_graph.dot]\n" + kLayoutRun);
     EXPECT_EQ(filesHere(), "quorbel_graph.dot\n") << name;
   }
@@ -88,7 +107,7 @@ TEST_F(DotWriterRun, IsMadeEvenWhenTheDescriptionCannotBeWritten) {
   Graph graph = diamond();
   select(graph, 3);
   std::filesystem::create_directory("quorbel_graph.dot");
-  EXPECT_TRUE(writeDotAndRun(graph, std::nullopt));
+  writeDotAndRun(graph, std::nullopt, runBySystem);
   EXPECT_EQ(dot.runs(), "[-Tpng][-o][graph.png][quorbel_graph.dot]\n" + kLayoutRun);
   EXPECT_TRUE(std::filesystem::is_empty("quorbel_graph.dot"));
   EXPECT_EQ(graph.bestPathScore, 2);
@@ -100,7 +119,7 @@ TEST_F(DotWriterRun, IsMadeEvenWhenTheDescriptionFindsNoRoom) {
   const StandInDot dot;
   Graph graph = diamond();
   std::filesystem::create_symlink("/dev/full", "quorbel_graph.dot");
-  EXPECT_TRUE(writeDotAndRun(graph, std::nullopt));
+  writeDotAndRun(graph, std::nullopt, runBySystem);
   EXPECT_EQ(dot.runs(), "[-Tpng][-o][graph.png][quorbel_graph.dot]\n" + kLayoutRun);
 }
 
@@ -110,7 +129,9 @@ TEST_F(DotWriterRun, LeavesEverythingElseAloneWhenDotFails) {
   graph.outputFormat = "svg";
   m_Folder.write("graph.png", "old picture");
   m_Folder.write("graph.dot", "old layout");
-  EXPECT_TRUE(writeDotAndRun(graph, std::nullopt));
+  const DotRuns runs = writeDotAndRun(graph, std::nullopt, runBySystem);
+  EXPECT_EQ(dotFailure(runs.image), "dot failed with status 1");
+  EXPECT_EQ(dotFailure(runs.layout), "dot failed with status 1");
   EXPECT_EQ(dot.runs(), "[-Tsvg][-o][graph.png][quorbel_graph.dot]\n" + kLayoutRun);
   EXPECT_EQ(graph.outputFormat, "png");
   EXPECT_EQ(textOf("graph.png"), "old picture");
@@ -125,7 +146,9 @@ TEST_F(DotWriterRun, LeavesEverythingElseAloneWhenThereIsNoDot) {
   m_Folder.write("graph.png", "old picture");
   m_Folder.write("graph.dot", "old layout");
   testing::internal::CaptureStderr();  // the shell says that it found none
-  EXPECT_TRUE(writeDotAndRun(graph, std::nullopt));
+  const DotRuns runs = writeDotAndRun(graph, std::nullopt, runBySystem);
+  EXPECT_NE(dotFailure(runs.image).find("was not found"), std::string::npos);
+  EXPECT_EQ(runs.layout, runs.image);
   EXPECT_NE(testing::internal::GetCapturedStderr().find("dot"), std::string::npos);
   EXPECT_EQ(graph.outputFormat, "png");
   EXPECT_EQ(textOf("quorbel_graph.dot"), descriptionOf(graph));
@@ -139,7 +162,9 @@ TEST_F(DotWriterRun, LeavesTheOldPictureWhenDotRefusesALabel) {
   m_Folder.write("graph.png", "old picture");
   m_Folder.write("graph.dot", "old layout");
   testing::internal::CaptureStderr();  // the real `dot` complains
-  EXPECT_TRUE(writeDotAndRun(graph, std::nullopt));
+  const DotRuns runs = writeDotAndRun(graph, std::nullopt, runBySystem);
+  EXPECT_EQ(dotFailure(runs.image), "dot failed with status 1");
+  EXPECT_EQ(dotFailure(runs.layout), "dot failed with status 1");
   EXPECT_NE(testing::internal::GetCapturedStderr().find("syntax error"), std::string::npos);
   EXPECT_EQ(textOf("graph.png"), "old picture");
   EXPECT_EQ(textOf("graph.dot"), "old layout");
