@@ -18,6 +18,11 @@ Cairo::RefPtr<Cairo::ImageSurface> coverage(const Rgba& fill, const Rgba& outlin
   return surface;
 }
 
+std::size_t bytesOf(const Cairo::RefPtr<Cairo::ImageSurface>& surface) {
+  return static_cast<std::size_t>(surface->get_stride()) *
+         static_cast<std::size_t>(surface->get_height());
+}
+
 void layDown(const Cairo::RefPtr<Cairo::Context>& context, const Rgba& colour,
              const Cairo::RefPtr<Cairo::ImageSurface>& shape, int x, int y) {
   context->set_source_rgba(colour.red, colour.green, colour.blue, colour.alpha);
@@ -38,12 +43,20 @@ void BoxStamps::draw(const Cairo::RefPtr<Cairo::Context>& context, const Rgba& f
 }
 
 const BoxStamps::Shape& BoxStamps::shapeOf(int width, int height, int radius) {
-  Shape& shape = m_Shapes[{width, height, radius}];
-  if (!shape.inside) {
-    shape.inside = coverage(kOpaque, kClear, width, height, radius);
-    shape.outline = coverage(kClear, kOpaque, width, height, radius);
-  }
-  return shape;
+  const std::tuple size(width, height, radius);
+  const auto kept = m_Shapes.find(size);
+  if (kept != m_Shapes.end()) return kept->second;
+  const Shape shape{coverage(kOpaque, kClear, width, height, radius),
+                    coverage(kClear, kOpaque, width, height, radius)};
+  const std::size_t bytes = bytesOf(shape.inside) + bytesOf(shape.outline);
+  if (m_Bytes + bytes > kMostBytes) clear();
+  m_Bytes += bytes;
+  return m_Shapes.emplace(size, shape).first->second;
+}
+
+void BoxStamps::clear() {
+  m_Shapes.clear();
+  m_Bytes = 0;
 }
 
 }  // namespace quorbel

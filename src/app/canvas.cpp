@@ -45,7 +45,8 @@ bool MainWindow::on_graph_expose(GdkEventExpose* event) {
                               m_PointerX,    m_PointerY,  std::nullopt};
   if (m_Playing) highlights.playPosition = m_Audio.positionFraction(m_PlayElapsedMs) + m_RangeStart;
   const GdkRectangle& area = event->area;
-  paintHighlights(context, mapping, highlights, Box{area.x, area.y, area.width, area.height});
+  paintHighlights(context, mapping, highlights, Box{area.x, area.y, area.width, area.height},
+                  m_BoxStamps);
   return true;
 }
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "app/box_stamps.h"
 #include "app/rounded_box.h"
 
 namespace quorbel {
@@ -60,7 +59,7 @@ class EdgeBoxes {
 
   /// Many boxes are stamped on a copy of the canvas in memory, which the display gets as a whole:
   /// painted one by one they would take several times as long.
-  void paint(const Cairo::RefPtr<Cairo::Context>& context) const {
+  void paint(const Cairo::RefPtr<Cairo::Context>& context, BoxStamps& stamps) const {
     constexpr std::size_t kFewBoxes = 30;
     if (m_Boxes.size() <= kFewBoxes) return paintEach(context);
     const Box bounds = visibleBounds();
@@ -69,7 +68,6 @@ class EdgeBoxes {
     copyContext->translate(-bounds.left, -bounds.top);
     copyContext->set_source(context->get_target(), 0, 0);
     copyContext->paint();
-    BoxStamps stamps;
     for (const PaintedBox& painted : m_Boxes) {
       const auto& [box, colours, radius] = painted;
       if (isWhole(box, bounds))
@@ -138,14 +136,14 @@ class EdgeBoxes {
 }  // namespace
 
 void paintHighlights(const Cairo::RefPtr<Cairo::Context>& context, const CanvasMapping& mapping,
-                     const CanvasHighlights& highlights, const Box& area) {
+                     const CanvasHighlights& highlights, const Box& area, BoxStamps& stamps) {
   EdgeBoxes boxes(mapping, highlights, area);
   for (const LayoutItem& edge : highlights.selected)
     if (edge.x != LayoutItem::kNoPosition) boxes.add(edge, kSelectedLabel, kSelectedNode);
   for (const LayoutItem& item : highlights.items)
     if (!item.isNode && labelBox(mapping, item).contains(highlights.pointerX, highlights.pointerY))
       boxes.add(item, kHoveredLabel, kHoveredNode);
-  boxes.paint(context);
+  boxes.paint(context, stamps);
 
   if (!highlights.playPosition || !(*highlights.playPosition >= kFirstPlayPosition)) return;
   const double position = *highlights.playPosition;

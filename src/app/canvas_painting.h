@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "app/box_stamps.h"
 #include "app/canvas_geometry.h"
 #include "lattice/layout_item.h"
 #include "layout/node_items.h"
@@ -26,7 +27,8 @@ struct CanvasHighlights {
 /// Paints the boxes of the selected edges, of the edges under the pointer and of the nodes that the
 /// sound is about to pass, in this order. Boxes outside `area` (canvas pixels) are left out. The
 /// context's units are canvas pixels; its target is opaque and holds what the boxes lie on.
+/// `stamps` are kept by the caller from one painting to the next.
 void paintHighlights(const Cairo::RefPtr<Cairo::Context>& context, const CanvasMapping& mapping,
-                     const CanvasHighlights& highlights, const Box& area);
+                     const CanvasHighlights& highlights, const Box& area, BoxStamps& stamps);
 
 }  // namespace quorbel

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "app/box_stamps.h"
 #include "app/canvas_geometry.h"
 #include "dialogs/file_dialog.h"
 #include "lattice/graph.h"
@@ -178,6 +179,7 @@ class MainWindow : public Gtk::Window {
   std::string m_SoundPath;
   bool m_SoundLoaded = false;
 
+  BoxStamps m_BoxStamps;      ///< shapes of the boxes at the current zoom
   bool m_HoverShown = false;  ///< the canvas may show the box of a label under the pointer
   NodeItems m_NodeItems;      ///< finds the nodes among m_EdgeLayouts
   Waveform m_Waveform;        ///< columns of the loaded sound for the strip's width

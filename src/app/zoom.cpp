@@ -53,6 +53,7 @@ bool MainWindow::on_graph_scroll(GdkEventScroll* event) {
 void MainWindow::rescaleImage() {
   if (!m_refGraphImage) return;
   m_Zoom = std::clamp(m_Zoom, kSmallestZoom, kLargestZoom);
+  m_BoxStamps.clear();
   const auto scaled = [this](int length) {
     return std::max(1, static_cast<int>(static_cast<float>(length) * m_Zoom));
   };

@@ -75,5 +75,37 @@ TEST(BoxStamps, LieWhereTheContextIsMovedTo) {
   expectSamePixels(stamped, drawn, "moved");
 }
 
+TEST(BoxStamps, KeepOneShapeForAllBoxesOfASize) {
+  const PaintedPicture picture(200, 100);
+  BoxStamps stamps;
+  stamps.draw(picture.context, kSelectedNodeFill, kSelectedNodeOutline, 20, 30, 84, 20, 20);
+  const std::size_t bytes = stamps.bytes();
+  EXPECT_GE(bytes, 2u * 84 * 20);
+  stamps.draw(picture.context, kSelectedLabelFill, kSelectedLabelOutline, 60, 10, 84, 20, 20);
+  EXPECT_EQ(stamps.bytes(), bytes);
+  stamps.draw(picture.context, kSelectedNodeFill, kSelectedNodeOutline, 20, 30, 84, 20, 10);
+  EXPECT_EQ(stamps.bytes(), 2 * bytes);
+  stamps.clear();
+  EXPECT_EQ(stamps.bytes(), 0u);
+}
+
+TEST(BoxStamps, TakeBoundedMemoryAndAreMadeAgainWhenDropped) {
+  PaintedPicture stamped(200, 100), drawn(200, 100);
+  BoxStamps stamps;
+  stamps.draw(stamped.context, kSelectedNodeFill, kSelectedNodeOutline, 20, 30, 84, 20, 20);
+  std::size_t most = 0;
+  for (int width = 970; width <= 1000; ++width) {
+    stamps.draw(stamped.context, kSelectedNodeFill, kSelectedNodeOutline, 5, 5, width, 900, 40);
+    most = std::max(most, stamps.bytes());
+  }
+  EXPECT_LE(most, BoxStamps::kMostBytes);
+  EXPECT_GE(most, BoxStamps::kMostBytes / 2);
+  stamped.fillWhite();
+  drawn.fillWhite();
+  stamps.draw(stamped.context, kSelectedNodeFill, kSelectedNodeOutline, 20, 30, 84, 20, 20);
+  drawRoundedBox(drawn.context, kSelectedNodeFill, kSelectedNodeOutline, 20, 30, 84, 20, 20);
+  expectSamePixels(stamped, drawn, "label");
+}
+
 }  // namespace
 }  // namespace quorbel

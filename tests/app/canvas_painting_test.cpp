@@ -50,8 +50,9 @@ struct Scene {
   void paintOn(PaintedPicture& picture, const Box& area = {0, 0, kSide, kSide}) const {
     NodeItems nodeItems;
     nodeItems.index(items);
+    BoxStamps stamps;
     paintHighlights(picture.context, mapping,
-                    {items, nodeItems, selected, pointerX, pointerY, playPosition}, area);
+                    {items, nodeItems, selected, pointerX, pointerY, playPosition}, area, stamps);
   }
 };
 

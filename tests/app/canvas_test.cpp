@@ -361,5 +361,20 @@ TEST_F(Canvas, RepaintsWithoutDrawingTheLatticeAgain) {
   EXPECT_EQ(takeDotRuns(), 0);
 }
 
+TEST_F(Canvas, KeepsTheShapesOfManyBoxesUntilTheirSizesChange) {
+  TestWindow& w = open(kTwoWays);
+  constexpr std::size_t kMany = 20;
+  w.m_SelectedEdges.assign(kMany, edgeOf(w, 1));
+  w.invalidateViews();
+  settle();
+  EXPECT_GT(w.m_BoxStamps.bytes(), 0u);
+  w.on_zoom_out();
+  EXPECT_EQ(w.m_BoxStamps.bytes(), 0u);
+  settle();
+  EXPECT_GT(w.m_BoxStamps.bytes(), 0u);
+  w.on_close();
+  EXPECT_EQ(w.m_BoxStamps.bytes(), 0u);
+}
+
 }  // namespace
 }  // namespace quorbel

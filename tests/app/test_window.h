@@ -41,6 +41,7 @@ class TestWindow : public MainWindow {
 
   using MainWindow::m_AttributeTree;
   using MainWindow::m_Audio;
+  using MainWindow::m_BoxStamps;
   using MainWindow::m_Columns;
   using MainWindow::m_ControlHeld;
   using MainWindow::m_CurrentDir;
