@@ -164,7 +164,7 @@ class MainWindow : public Gtk::Window {
   bool m_ControlHeld = false;  ///< the next double press adds to the selection or takes from it
   double m_RangeStart = -1.0;  ///< selected stretch of sound, fractions; -1.0 when there is none
   double m_RangeEnd = -1.0;
-  std::string m_CurrentDir;  ///< folder of the open lattice, without a slash at its end
+  std::string m_CurrentDir;  ///< folder of the lattice last asked for, open or not; may be relative
   int m_DragStartX = -1;     ///< drag on the sound strip, pixels; -1 when there is none
   int m_DragCurrentX = -1;
   bool m_Dragging = false;

@@ -73,8 +73,12 @@ struct Graph {
   std::unique_ptr<LatticeAdjacency> adjacency;  ///< none until a file gave a node count
   std::vector<Node> nodes;                      ///< as many as `adjacency->outgoing`, or none
 
-  double bestPathScore = -1.0;      ///< total of the best path, -1.0 when not shown
-  double selectedPathScore = -1.0;  ///< total of the best path through `selectedEdge`
+  /// Total of the best path as of the last description that was written, shown or not; -1.0 before
+  /// the first and from when `setShowBestPath` switched it off to the next.
+  double bestPathScore = -1.0;
+  /// Total of the best path through `selectedEdge` as of the last description that was written with
+  /// one; -1.0 while none was and since it was dropped.
+  double selectedPathScore = -1.0;
 
   bool labelByValue = false;             ///< label links by their score instead of XML fields
   std::vector<XmlField> fieldsByName;    ///< label fields while `labelBySelectedXml` is off

@@ -42,10 +42,7 @@ std::string lookupFieldByName(const xmlNode* node, int& depth, const XmlField& f
   if (!node || position != target || depth != length - 1) return "";
 
   const xmlAttr* attribute = firstAttribute(node);
-  if (!attribute && firstChild(node)) {
-    depth = length;
-    return lookupFieldByName(firstChild(node), depth, field);
-  }
+  if (!attribute && firstChild(node)) depth = length;
   for (; attribute; attribute = attribute->next)
     if (field.attribute == xmlText(attribute->name)) return attributeValue(attribute);
   return "";

@@ -23,7 +23,8 @@ std::string edgeXmlLabel(const Graph& graph, const std::string& word, bool byInd
 /// The value of the attribute `field.attribute` of the element at `field.path`, "" if there is
 /// none. `node` and its following siblings count from 1, text and comments included; only the last
 /// entry of a path can find an attribute, so in practice paths have one entry. The caller starts
-/// `depth`, the entry of the path in force, at 0.
+/// `depth`, the entry of the path in force, at 0; an element there that has children and no
+/// attribute moves it behind the last, where nothing is found any more.
 std::string lookupFieldByName(const xmlNode* node, int& depth, const XmlField& field);
 
 /// The value of the attribute that the last entry of `path` counts to, "" if there is none. The
