@@ -7,7 +7,6 @@
 
 #include "formats/lattice_text.h"
 #include "formats/random_lattice.h"
-#include "lattice/xml_label.h"
 #include "layout/dot_writer.h"
 #include "temporary_folder.h"
 
