@@ -8,6 +8,7 @@
 #include <numeric>
 #include <string_view>
 
+#include "formats/dialect_word.h"
 #include "lattice/htk_reader.h"
 #include "lattice/reading_rules.h"
 #include "layout/partial_file.h"
