@@ -44,9 +44,8 @@ std::string writeObstacle(const std::string& name) {
   const bool exists = stat(name.c_str(), &file) == 0;
   if (exists && S_ISDIR(file.st_mode))
     error = EISDIR;
-  else if (!exists && errno != ENOENT)
-    error = errno;
-  else if (access(exists ? name.c_str() : folder.c_str(), exists ? W_OK : W_OK | X_OK) != 0)
+  else if ((!exists && errno != ENOENT) ||
+           access(exists ? name.c_str() : folder.c_str(), exists ? W_OK : W_OK | X_OK) != 0)
     error = errno;
   else if (isFull(folder))
     error = ENOSPC;
