@@ -137,7 +137,7 @@ class Viewer:
         return self.main_window().name
 
     def status(self):
-        return self.main_window().find("statusbar").name
+        return self.main_window().find("status bar").name
 
     def information(self):
         return self.main_window().find("text").text
