@@ -50,11 +50,26 @@ TEST_F(SoundLoading, RefusesACutFlacFile) {
   expectRefused();
 }
 
-TEST_F(SoundLoading, RefusesACutOggFile) {
+TEST_F(SoundLoading, RefusesAnOggFileCutInItsHeader) {
   const std::string whole = pathIn(folder, "whole");
   writeSound(whole, SF_FORMAT_OGG | SF_FORMAT_VORBIS, kSampleRate, 1, testTone(40000, 1));
-  copyCut(whole, matchingPath(), 30);
+  copyCut(whole, matchingPath(), 1);
   expectRefused();
+}
+
+TEST_F(SoundLoading, TakesACutOggFileIfTheLibraryKnowsItsLength) {
+  const std::string whole = pathIn(folder, "whole");
+  writeSound(whole, SF_FORMAT_OGG | SF_FORMAT_VORBIS, kSampleRate, 1, testTone(40000, 1));
+  copyCut(whole, matchingPath(), 60);
+  const std::optional<Samples> readable = readWhole(matchingPath());
+  if (!readable) {
+    expectRefused();
+    return;
+  }
+  const TestWindow& w = openLattice(kTwoWays);
+  EXPECT_EQ(dialogs, Texts());
+  ASSERT_TRUE(w.m_SoundLoaded);
+  EXPECT_EQ(Samples(w.m_Audio.samples(), w.m_Audio.samples() + w.m_Audio.frames()), *readable);
 }
 
 TEST_F(SoundLoading, RefusesALengthThatMemoryCannotHold) {

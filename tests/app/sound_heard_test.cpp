@@ -3,11 +3,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <functional>
 
 #include "app/sound_window_fixture.h"
+#include "sound/heard_sound.h"
 
 namespace quorbel {
 namespace {
@@ -49,15 +49,9 @@ class SoundHeard : public SoundWindowTest, public ::testing::WithParamInterface<
     test();
   }
 
-  /// Makes the device a file: mixing leaves samples of the device's own rate and channels as they
-  /// are.
   void recordWhatIsPlayed() const {
     const std::string settings = folder.write(
-        "openal.conf",
-        "[general]\nsample-type = int16\ndither = false\nstereo-mode = speakers\nhrtf = false\n"
-        "output-limiter = false\nperiod_size = 256\nfrequency = " +
-            std::to_string(kSampleRate) + "\nchannels = " + (channels() == 2 ? "stereo" : "mono") +
-            "\n[wave]\nfile = " + pathIn(folder, "heard.wav") + "\n");
+        "openal.conf", recorderSettings(pathIn(folder, "heard.wav"), kSampleRate, channels()));
     setenv("ALSOFT_DRIVERS", "wave", 1);
     setenv("ALSOFT_CONF", settings.c_str(), 1);
     for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS"})
@@ -70,26 +64,15 @@ class SoundHeard : public SoundWindowTest, public ::testing::WithParamInterface<
     EXPECT_TRUE(waitForEndOfSound());
   }
 
-  /// The recording is these values of the sound, with silence before and after them.
+  /// The recording is these values of the sound and nothing else.
   void expectHeard(const Samples& samples, std::size_t start, std::size_t end) {
     window.reset();  // completes the file
-    SF_INFO info{};
-    SNDFILE* const file = sf_open("heard.wav", SFM_READ, &info);
-    ASSERT_TRUE(file != nullptr);
-    Samples heard(static_cast<std::size_t>(info.frames * info.channels));
-    sf_read_short(file, heard.data(), static_cast<sf_count_t>(heard.size()));
-    sf_close(file);
-    EXPECT_EQ(info.channels, channels());
-    EXPECT_EQ(info.samplerate, kSampleRate);
-
-    const auto isLoud = [](int value) { return std::abs(value) > 1; };
-    const auto first = std::find_if(heard.begin(), heard.end(), isLoud) - heard.begin();
-    const auto offset = static_cast<std::size_t>(first / channels() * channels());
-    ASSERT_LE(offset + end - start, heard.size()) << "too little was played";
-    for (std::size_t i = start; i < end; ++i)
-      ASSERT_LE(std::abs(heard[offset + i - start] - samples[i]), 1) << "at value " << i;
-    const auto rest = heard.begin() + static_cast<std::ptrdiff_t>(offset + end - start);
-    EXPECT_EQ(std::find_if(rest, heard.end(), isLoud), heard.end()) << "too much was played";
+    Recording heard = readRecording("heard.wav");
+    EXPECT_EQ(heard.channels, channels());
+    EXPECT_EQ(heard.sampleRate, kSampleRate);
+    EXPECT_TRUE(takeSound(heard, Samples(samples.begin() + static_cast<std::ptrdiff_t>(start),
+                                         samples.begin() + static_cast<std::ptrdiff_t>(end))));
+    EXPECT_EQ(heard.samples, Samples()) << "too much was played";
   }
 };
 

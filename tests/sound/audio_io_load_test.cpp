@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <type_traits>
@@ -323,16 +324,24 @@ TEST(AudioIOLoad, ACutWavPlaysAsFarAsItGoes) {
   EXPECT_EQ(loadedSamples(audio, 4000), Samples(tone.begin(), tone.begin() + 4000));
 }
 
-TEST(AudioIOLoad, RefusesACutOgg) {
+TEST(AudioIOLoad, ACutOggIsTakenAsFarAsItsLengthIsKnown) {
   const TemporaryFolder folder;
+  const std::string path = pathIn(folder, "cut.ogg");
   writeSound(pathIn(folder, "talk.ogg"), kVorbis, 16000, 1, testTone(48000, 1));
-  // Cut near its end the length is unknown to libsndfile, cut in the middle nothing is found at
-  // all.
-  for (int percent : {95, 80, 50, 20}) {
-    copyCut(pathIn(folder, "talk.ogg"), pathIn(folder, "cut.ogg"), percent);
+  // libsndfile 1.2.0 does not know the length of what is cut near its end, and finds nothing at all
+  // in what is cut in the middle; later ones read both as far as they go. In a header cut off there
+  // is nothing for any of them.
+  for (int percent : {95, 80, 50, 20, 1}) {
+    copyCut(pathIn(folder, "talk.ogg"), path, percent);
+    const std::optional<Samples> readable = readWhole(path);
     AudioIO audio;
-    EXPECT_FALSE(audio.load(pathIn(folder, "cut.ogg"))) << percent << " %";
+    EXPECT_EQ(audio.load(path), readable.has_value()) << percent << " %";
+    if (!readable) continue;
+    EXPECT_LT(readable->size(), 48000u) << percent << " %";
+    EXPECT_EQ(audio.frames(), static_cast<std::int32_t>(readable->size())) << percent << " %";
+    EXPECT_EQ(loadedSamples(audio, readable->size()), *readable) << percent << " %";
   }
+  EXPECT_FALSE(readWhole(path));
 }
 
 TEST(AudioIOLoad, APromiseBeyondTheMemoryLeavesNoSound) {

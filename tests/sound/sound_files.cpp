@@ -51,6 +51,19 @@ void copyCut(const std::string& from, const std::string& to, int percent) {
   writeBytes(to, bytes.substr(0, bytes.size() * static_cast<std::size_t>(percent) / 100));
 }
 
+std::optional<Samples> readWhole(const std::string& path) {
+  SF_INFO info{};
+  SNDFILE* const file = sf_open(path.c_str(), SFM_READ, &info);
+  if (file == nullptr) return std::nullopt;
+  const bool isLengthKnown = info.frames < SF_COUNT_MAX;
+  const sf_count_t count = isLengthKnown ? info.frames * info.channels : 0;
+  Samples samples(static_cast<std::size_t>(count));
+  const sf_count_t arrived = sf_read_short(file, samples.data(), count);
+  sf_close(file);
+  if (!isLengthKnown || arrived != count) return std::nullopt;
+  return samples;
+}
+
 void promiseFlacFrames(const std::string& path, std::uint64_t frames) {
   // The count is the last 36 bits of the eight bytes that begin at byte 18: "fLaC", the block's own
   // header of 4 bytes, and 10 bytes of block and frame sizes stand before them.

@@ -3,6 +3,7 @@
 #include <sndfile.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,10 @@ void writeBytes(const std::string& path, const std::string& bytes);
 
 /// Copies the first `percent` hundredths of the file `from` to `to`.
 void copyCut(const std::string& from, const std::string& to, int percent);
+
+/// The samples of a file, interleaved; none when libsndfile cannot read it, does not know its
+/// length or finds fewer than it promises. Versions differ in what they make of a file that is cut.
+std::optional<Samples> readWhole(const std::string& path);
 
 /// Makes a FLAC file's header promise `frames` frames (below 2^36).
 void promiseFlacFrames(const std::string& path, std::uint64_t frames);

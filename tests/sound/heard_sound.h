@@ -1,0 +1,35 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "sound_files.h"
+
+// What OpenAL Soft plays, recorded by its wave writer, held against what should be heard.
+
+namespace quorbel {
+
+struct Recording {
+  int channels = 0;
+  int sampleRate = 0;     ///< in Hz
+  Samples samples;        ///< interleaved
+  std::size_t taken = 0;  ///< how many there were before these
+};
+
+/// OpenAL Soft's configuration for a device that writes what it plays into a file. Mixing leaves
+/// 16-bit samples of the device's own rate and channels as they are.
+std::string recorderSettings(const std::string& path, int sampleRate, int channels);
+
+/// Reads what such a device has written; no channels when there is nothing.
+Recording readRecording(const std::string& path);
+
+/// Takes one sound off the start of the recording, which is it but for a step of rounding, and the
+/// silence around it. The library mixes in blocks. Newer versions fill the block in which a sound
+/// ends with its last frame, and lower that to nothing in the next one, whatever is played there:
+/// this is taken too, but nothing else, so that of a sound that goes on too long something is left.
+/// (Where a sound ends with a block this cannot be told; so none may.) A failure says where
+/// they differ.
+testing::AssertionResult takeSound(Recording& recording, const Samples& sound);
+
+}  // namespace quorbel
