@@ -6,12 +6,13 @@ build_packages=(g++ make cmake pkg-config libgtkmm-2.4-dev libxml2-dev libsndfil
 run_packages=(graphviz fonts-dejavu-core)
 display_packages=(xvfb openbox x11-utils xdotool wmctrl imagemagick)
 test_packages=(libgtest-dev libxtst-dev libpng-dev dbus dbus-daemon libatk-adaptor libgail-common at-spi2-core
-  python3 python3-gi python3-pyatspi locales-all dia ghostscript librsvg2-common
+  python3 python3-gi locales-all dia ghostscript librsvg2-common
   valgrind desktop-file-utils appstream shared-mime-info libglib2.0-bin libxml2-utils man-db)
 package_packages=(dpkg-dev lintian)
 lint_packages=(clang-format clang-tidy shellcheck git)
-fuzz_packages=(clang libclang-rt-14-dev)
+fuzz_packages=(clang libclang-rt-dev)
 bench_packages=(libbenchmark-dev libfst-tools libgtest-dev)
+bare_packages=(debootstrap debian-archive-keyring git)
 
 # stop LINE: ends the script with a line that says why
 stop() {
@@ -19,9 +20,13 @@ stop() {
   exit 1
 }
 
+# stands before what only root may do
+as_root=()
+((EUID == 0)) || as_root=(sudo)
+
 # install_missing PURPOSE PACKAGE...: installs those packages that the machine lacks, and says so
 install_missing() {
-  local purpose=$1 package missing=() as_root=()
+  local purpose=$1 package missing=()
   shift
   command -v dpkg-query >/dev/null && command -v apt-get >/dev/null ||
     stop "this is no Debian system; install by hand what the README names for $purpose"
@@ -32,10 +37,8 @@ install_missing() {
   ((${#missing[@]})) || return 0
 
   echo "Installing for $purpose: ${missing[*]}"
-  if ((EUID != 0)); then
-    command -v sudo >/dev/null || stop "installing needs root or sudo: apt-get install ${missing[*]}"
-    as_root=(sudo)
-  fi
+  ((EUID == 0)) || command -v sudo >/dev/null ||
+    stop "installing needs root or sudo: apt-get install ${missing[*]}"
   "${as_root[@]}" apt-get update -qq || stop "apt-get update failed"
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
     apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null ||
