@@ -187,10 +187,19 @@ std::string normalise(const SlfFile& file, WordLattice& lattice) {
 }
 
 std::string readWordLattice(const std::string& path, WordLattice& lattice) {
+  std::optional<std::string> notNeeded;
+  return readWordLattice(path, lattice, notNeeded);
+}
+
+std::string readWordLattice(const std::string& path, WordLattice& lattice,
+                            std::optional<std::string>& plainText) {
   SlfFile file;
-  std::string error = readWholeFile(path, file.bytes);
+  bool isCompressed = false;
+  std::string error = readWholeFile(path, file.bytes, isCompressed);
   if (error.empty()) error = parseSlf(file);
   if (error.empty()) error = normalise(file, lattice);
+  plainText.reset();
+  if (!isCompressed) plainText = std::move(file.bytes);
   return error.empty() ? "" : path + ": " + error;
 }
 

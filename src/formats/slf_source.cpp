@@ -23,7 +23,7 @@ std::string reasonOf(gzFile file) {
 
 }  // namespace
 
-std::string readWholeFile(const std::string& path, std::string& bytes) {
+std::string readWholeFile(const std::string& path, std::string& bytes, bool& isCompressed) {
   constexpr unsigned kStep = 1u << 18u;
   errno = 0;
   gzFile opened = gzopen(path.c_str(), "rb");
@@ -42,6 +42,7 @@ std::string readWholeFile(const std::string& path, std::string& bytes) {
     int code = Z_OK;
     gzerror(file.get(), &code);
     bytes.resize(used);
+    isCompressed = gzdirect(file.get()) == 0;
     return code == Z_OK || code == Z_STREAM_END ? "" : reasonOf(file.get());
   }
 }

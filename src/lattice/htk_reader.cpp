@@ -7,7 +7,9 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <new>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -19,19 +21,30 @@
 namespace quorbel {
 namespace {
 
+using OpenFile = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
 /// Finds the lines "start=" and "end=" before anything else is read, since they may stand anywhere.
-EndPoints findEndPoints(const std::string& path) {
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rt"),
-                                                             &std::fclose);
-  if (!file) {
-    std::cerr << "ERROR: can't open: " << path << std::endl;
-    std::exit(1);
-  }
+EndPoints findEndPoints(const OpenFile& file) {
   EndPoints points;
   std::array<char, kEndPointStretch + 1> stretch;
   while (std::fgets(stretch.data(), static_cast<int>(stretch.size()), file.get()))
     takeEndPoint(stretch.data(), points);
   return points;
+}
+
+EndPoints findEndPointsOfFile(const std::string& path) {
+  const OpenFile file(std::fopen(path.c_str(), "rt"), &std::fclose);
+  if (!file) {
+    std::cerr << "ERROR: can't open: " << path << std::endl;
+    std::exit(1);
+  }
+  return findEndPoints(file);
+}
+
+EndPoints findEndPointsOfText(std::string text) {
+  const OpenFile file(fmemopen(text.data(), text.size(), "r"), &std::fclose);
+  if (!file) throw std::bad_alloc();
+  return findEndPoints(file);
 }
 
 bool endsLine(char c) { return c == '\n' || c == '\r' || c == '\0'; }
@@ -248,7 +261,13 @@ std::string readHtkLattice(Graph& graph, const std::string& path) {
   std::ifstream stream(path);
   // the standard library's own error for a text made of nothing
   if (!stream) throw std::logic_error("basic_string: construction from null is not valid");
-  const EndPoints points = findEndPoints(path);
+  const EndPoints points = findEndPointsOfFile(path);
+  return LatticeReading(graph, path, points).read(stream);
+}
+
+std::string readHtkLattice(Graph& graph, const std::string& path, const std::string& text) {
+  const EndPoints points = findEndPointsOfText(text);
+  std::istringstream stream(text);
   return LatticeReading(graph, path, points).read(stream);
 }
 

@@ -35,4 +35,8 @@ inline constexpr int kMostNodes = 50000;
 /// process with status 1 when it cannot be opened a second time.
 std::string readHtkLattice(Graph& graph, const std::string& path);
 
+/// The same of the text of a file that somebody has read already; `path` is its name in errors. No
+/// file is opened, so nothing is thrown and the process goes on.
+std::string readHtkLattice(Graph& graph, const std::string& path, const std::string& text);
+
 }  // namespace quorbel

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "formats/dialect_writer.h"
 #include "formats/normalise.h"
@@ -18,10 +21,10 @@ struct ImportArguments {
   bool unlessDialect = false;
 };
 
-/// Whether the viewer reads the file as it is, with all links that `lattice` has of it.
-bool isReadByViewer(const std::string& path, const WordLattice& lattice) {
+/// Whether the viewer reads a file of this text as it is, with all links that `lattice` has of it.
+bool isReadByViewer(const std::string& text, const WordLattice& lattice) {
   Graph graph;
-  if (!lattice.isDialect || !readHtkLattice(graph, path).empty()) return false;
+  if (!lattice.isDialect || !readHtkLattice(graph, "", text).empty()) return false;
   std::size_t linksSeen = 0;
   for (const std::vector<Edge>& edges : graph.adjacency->outgoing) linksSeen += edges.size();
   const auto isOfTheFile = [&](const WordLink& link) {  // and not one that joins ends
@@ -36,12 +39,15 @@ CommandResult runImport(const ImportArguments& arguments, Progress& progress) {
   if (std::string error = checkOutput(arguments.in, arguments.out); !error.empty()) return error;
   progress.begin("reading " + arguments.in);
   WordLattice lattice;
-  if (std::string error = readWordLattice(arguments.in, lattice); !error.empty()) return error;
-  if (arguments.unlessDialect && isReadByViewer(arguments.in, lattice)) return "";
-  progress.begin("writing " + arguments.out);
-  if (std::string error = writeDialectFile(lattice, arguments.out); !error.empty()) return error;
+  std::optional<std::string> text;
+  if (std::string error = readWordLattice(arguments.in, lattice, text); !error.empty())
+    return error;
+  if (arguments.unlessDialect && text && isReadByViewer(*text, lattice)) return "";
   progress.begin("searching the best path");
-  for (const std::string& warning : warningsAbout(lattice)) say(arguments.in + ": " + warning);
+  const std::vector<std::string> warnings = warningsAbout(lattice);
+  progress.begin("writing " + arguments.out);  // at last: a signal before leaves what is there
+  if (std::string error = writeDialectFile(lattice, arguments.out); !error.empty()) return error;
+  for (const std::string& warning : warnings) say(arguments.in + ": " + warning);
   return "";
 }
 

@@ -25,18 +25,21 @@ class SlfSource : public ::testing::Test {
   /// The message for a file, or its bytes.
   std::string read(const std::string& path) {
     std::string bytes;
-    const std::string error = readWholeFile(path, bytes);
+    const std::string error = readWholeFile(path, bytes, m_IsCompressed);
     return error.empty() ? bytes : "error: " + error;
   }
   TemporaryFolder m_Folder;
+  bool m_IsCompressed = false;
 };
 
 TEST_F(SlfSource, ReadsPlainAndCompressedFilesAlike) {
   m_Folder.write("plain.slf", kLattice);
   writeCompressed("packed.slf", kLattice);
   EXPECT_NE(textOf("packed.slf"), kLattice);
-  EXPECT_EQ(read("plain.slf"), kLattice);
   EXPECT_EQ(read("packed.slf"), kLattice);
+  EXPECT_TRUE(m_IsCompressed);
+  EXPECT_EQ(read("plain.slf"), kLattice);
+  EXPECT_FALSE(m_IsCompressed);
 }
 
 TEST_F(SlfSource, ReadsFilesOfAnyLength) {

@@ -88,7 +88,8 @@ void prune(const WordLattice& lattice, bool toBeam) {
 
 void readAndUse(const std::uint8_t* data, std::size_t size) {
   SlfFile file;
-  if (!readWholeFile(fileOf(data, size), file.bytes).empty()) return;
+  bool isCompressed = false;
+  if (!readWholeFile(fileOf(data, size), file.bytes, isCompressed).empty()) return;
   constexpr std::size_t kMostBytes = 1u << 20u;  // of what little data may be packed
   if (file.bytes.size() > kMostBytes || !parseSlf(file).empty()) return;
   WordLattice lattice;

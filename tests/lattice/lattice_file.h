@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "graph_text.h"
 #include "lattice/htk_reader.h"
@@ -16,10 +17,23 @@ class LatticeFile : public ::testing::Test {
  protected:
   LatticeFile() { currentScoreName = "before"; }
 
-  /// Reads a file of this text into `graph` and returns the message.
+  /// Reads a file of this text into `graph` and returns the message. Into a fresh graph the
+  /// text itself must read the same.
   std::string read(const std::string& text) {
     m_Folder.write("talk.lat", text);
-    return readHtkLattice(graph, "talk.lat");
+    const std::string nameBefore = currentScoreName;
+    Graph ofText;
+    ofText.scoresNegated = graph.scoresNegated;
+    const std::string messageOfText = readHtkLattice(ofText, "talk.lat", text);
+    const std::string nameOfText = std::exchange(currentScoreName, nameBefore);
+    const bool isFresh = !graph.adjacency;
+    const std::string message = readHtkLattice(graph, "talk.lat");
+    if (isFresh) {  // else it may be a lattice from before that is written to
+      EXPECT_EQ(message, messageOfText);
+      EXPECT_EQ(currentScoreName, nameOfText);
+      EXPECT_EQ(describeLattice(graph), describeLattice(ofText));
+    }
+    return message;
   }
 
   /// Reads a file of this text into a fresh graph and returns the lattice, or the message.
