@@ -10,6 +10,8 @@
 #include <cstring>
 #include <fstream>
 
+#include "layout/ending_signals.h"
+
 namespace quorbel {
 namespace {
 
@@ -25,28 +27,9 @@ void endDot(int number) {
   errno = errnoBefore;
 }
 
-/// Keeps the signals waiting while it lives.
-class SignalsWait {
- public:
-  SignalsWait() {
-    sigset_t waiting;
-    sigemptyset(&waiting);
-    for (const int number : SignalsEndDot::kSignals) sigaddset(&waiting, number);
-    sigprocmask(SIG_BLOCK, &waiting, &m_Before);
-  }
-  ~SignalsWait() { letThrough(); }
-  SignalsWait(const SignalsWait&) = delete;
-  SignalsWait& operator=(const SignalsWait&) = delete;
-
-  void letThrough() const { sigprocmask(SIG_SETMASK, &m_Before, nullptr); }
-
- private:
-  sigset_t m_Before;
-};
-
 /// In the process that is to become `dot`, signals act as they do on any program.
 void resetSignals() {
-  for (const int number : SignalsEndDot::kSignals) {
+  for (const int number : endingSignals()) {
     struct sigaction action = {};
     sigaction(number, nullptr, &action);
     if (action.sa_handler == endDot) signal(number, SIG_DFL);
@@ -57,7 +40,8 @@ void resetSignals() {
 /// signal came before, or -1 with errno set.
 pid_t start(const char* const* arguments, const char* logFile) {
   if (caughtSignal != 0) return 0;
-  const SignalsWait signalsWait;  // the new process would take them with this one's handler
+  signal(SIGCHLD, SIG_DFL);             // ignored, it would hide how the process ended
+  const EndingSignalsWait signalsWait;  // the new process would take them with this one's handler
   const pid_t process = fork();
   if (process == 0) {
     resetSignals();
@@ -90,15 +74,19 @@ SignalsEndDot::SignalsEndDot() {
   caughtSignal = 0;
   struct sigaction action = {};
   action.sa_handler = endDot;
-  for (std::size_t i = 0; i < kSignals.size(); ++i) {
-    sigaction(kSignals[i], nullptr, &m_Before[i]);
-    if (m_Before[i].sa_handler != SIG_IGN) sigaction(kSignals[i], &action, nullptr);
+  for (const int number : endingSignals()) {
+    struct sigaction& before = m_Before.emplace_back();
+    sigaction(number, nullptr, &before);
+    if (before.sa_handler != SIG_IGN) sigaction(number, &action, nullptr);
   }
 }
 
 SignalsEndDot::~SignalsEndDot() {
-  for (std::size_t i = 0; i < kSignals.size(); ++i) sigaction(kSignals[i], &m_Before[i], nullptr);
+  auto before = m_Before.begin();
+  for (const int number : endingSignals()) sigaction(number, &*before++, nullptr);
 }
+
+bool SignalsEndDot::haveCome() const { return caughtSignal != 0; }
 
 std::string runDot(const SignalsEndDot&, const std::string& format, const std::string& output,
                    const std::string& description, const std::string& logFile) {

@@ -2,16 +2,16 @@
 
 // A run of Graphviz's `dot`, with what came of it.
 
-#include <array>
 #include <csignal>
 #include <string>
+#include <vector>
 
 namespace quorbel {
 
-/// While it lives, the signals that people, terminals and closed pipes end programs with (SIGHUP,
-/// SIGINT, SIGQUIT, SIGTERM, SIGPIPE) end a running `dot` instead of this program, which so can
-/// tidy up; a call of the system that waits is broken off. A signal that the program was started to
-/// ignore, as by nohup, stays ignored. There may be one object at a time.
+/// While it lives, the signals that end a program (see endingSignals) end a running `dot` instead
+/// of this program, which so can tidy up; a call of the system that waits is broken off. A signal
+/// that the program was started to ignore, as by nohup, stays ignored. There may be one object at a
+/// time.
 class SignalsEndDot {
  public:
   SignalsEndDot();
@@ -19,10 +19,11 @@ class SignalsEndDot {
   SignalsEndDot(const SignalsEndDot&) = delete;
   SignalsEndDot& operator=(const SignalsEndDot&) = delete;
 
-  static constexpr std::array<int, 5> kSignals = {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGPIPE};
+  /// Whether one of the signals came since this object was made.
+  bool haveCome() const;
 
  private:
-  std::array<struct sigaction, kSignals.size()> m_Before = {};
+  std::vector<struct sigaction> m_Before;  ///< for each of endingSignals()
 };
 
 /// Runs "dot -TFORMAT -o OUTPUT DESCRIPTION" and waits for its end. What `dot` says on standard

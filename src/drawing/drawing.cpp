@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -14,6 +13,7 @@
 
 #include "drawing/description.h"
 #include "drawing/dot_run.h"
+#include "drawing/work_folder.h"
 #include "formats/dialect_writer.h"
 #include "lattice/graph.h"
 #include "lattice/htk_reader.h"
@@ -21,6 +21,7 @@
 #include "lattice/xml_fragment.h"
 #include "lattice/xml_label.h"
 #include "layout/dia_writer.h"
+#include "layout/whole_file.h"
 
 namespace quorbel {
 namespace {
@@ -28,34 +29,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const std::string kScoreLabel = "score";
-
-/// A folder for work files that goes with this object.
-class WorkFolder {
- public:
-  WorkFolder() {
-    const char* given = std::getenv("TMPDIR");
-    const fs::path parent = given && *given ? given : "/tmp";
-    std::string pattern = (parent / "quorbel-lattice-XXXXXX").string();
-    if (mkdtemp(pattern.data()))
-      m_Path = pattern;
-    else
-      m_Error = "no folder for work files in " + parent.string() + ": " + std::strerror(errno);
-  }
-  ~WorkFolder() {
-    std::error_code ignored;
-    if (!m_Path.empty()) fs::remove_all(m_Path, ignored);
-  }
-  WorkFolder(const WorkFolder&) = delete;
-  WorkFolder& operator=(const WorkFolder&) = delete;
-
-  /// Why there is no folder; "" when there is.
-  const std::string& error() const { return m_Error; }
-  std::string file(const std::string& name) const { return (m_Path / name).string(); }
-
- private:
-  fs::path m_Path;
-  std::string m_Error;
-};
 
 std::string listed(const std::set<std::string>& names) {
   std::string list;
@@ -124,20 +97,18 @@ std::string chooseMarks(const WordLattice& lattice, const DrawingOptions& option
   return error;
 }
 
-/// Brings the lattice into the viewer's own graph, by way of the file that the viewer would open.
-std::string viewerGraph(const WordLattice& lattice, const WorkFolder& folder, Graph& graph) {
-  const std::string path = folder.file("lattice.lat");
+/// Brings the lattice into the viewer's own graph, by way of the text that the viewer would read.
+std::string viewerGraph(const WordLattice& lattice, Graph& graph) {
   std::string text;
-  std::string error = dialectText(lattice, text);
-  if (error.empty()) error = writeWholeFile(path, text);
-  return error.empty() ? readHtkLattice(graph, path) : error;
+  const std::string error = dialectText(lattice, text);
+  return error.empty() ? readHtkLattice(graph, "the lattice", text) : error;
 }
 
 /// Makes the text that asks `dot` for the drawing.
 std::string describe(const WordLattice& lattice, const DrawingOptions& options,
-                     const WorkFolder& folder, std::string& description) {
+                     std::string& description) {
   Graph graph;
-  if (std::string error = viewerGraph(lattice, folder, graph); !error.empty()) return error;
+  if (std::string error = viewerGraph(lattice, graph); !error.empty()) return error;
   const std::string& scoreName = options.scoreName.empty() ? kTotalName : options.scoreName;
   const auto scores = scoresNamed(lattice, scoreName);
   if (!scores) return noSuchScore(lattice, scoreName);
@@ -148,18 +119,44 @@ std::string describe(const WordLattice& lattice, const DrawingOptions& options,
   return error;
 }
 
-/// Puts the drawing where it belongs.
-std::string deliver(const std::string& drawing, const std::string& path) {
-  std::string bytes;
-  if (!fs::exists(drawing) || fs::file_size(drawing) == 0) return "dot made no drawing";
-  std::ifstream stream(drawing, std::ios::binary);
-  bytes.assign(std::istreambuf_iterator<char>(stream), {});
-  return writeWholeFile(path, bytes);
+std::string textOf(const std::string& path) {
+  std::ifstream stream(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 void passOn(const std::string& logFile) {
   std::ifstream log(logFile);
   if (log.peek() != std::ifstream::traits_type::eof()) std::cerr << log.rdbuf();
+}
+
+/// Has `dot` draw the lattice into `bytes`; all that lies in a folder meanwhile is gone then.
+std::string drawInWorkFolder(const WordLattice& lattice, const DrawingOptions& options,
+                             const std::string& format, const SignalsEndDot& signals,
+                             std::string& bytes) {
+  std::string text;
+  std::string error = describe(lattice, options, text);
+  if (!error.empty()) return error;
+
+  WorkFolder folder;
+  if (!folder.error().empty()) return folder.error();
+  const std::string description = folder.file("lattice.dot");
+  const std::string drawing = folder.file("drawing");
+  const std::string log = folder.file("dot.log");
+  error = writeWholeFile(description, text);
+  if (!error.empty()) return error;
+
+  const bool isDiagram = format == "dia";  // which today's dot does not write itself
+  error = runDot(signals, isDiagram ? "dot" : format, drawing, description, log);
+  const std::string reason = whyFull(drawing);
+  if (!error.empty()) return reason.empty() ? error : error + " (" + reason + ")";
+  if (!reason.empty()) return "dot made no whole drawing in the folder for work files: " + reason;
+  passOn(log);
+  bytes = textOf(drawing);
+  if (isDiagram) {
+    const std::optional<DotDrawing> layout = readDotDrawing(bytes);
+    bytes = layout ? diaDiagram(*layout) : "";
+  }
+  return bytes.empty() ? "dot made no drawing" : "";
 }
 
 }  // namespace
@@ -178,29 +175,10 @@ std::string drawLattice(const WordLattice& lattice, const DrawingOptions& option
   if (format.empty())
     return path + ": the name must end in .png, .svg, .pdf, .ps or .dia, which says the format";
   const SignalsEndDot signals;  // for as long as there is something to tidy up
-  const WorkFolder folder;
-  if (!folder.error().empty()) return folder.error();
-
-  std::string text;
-  std::string error = describe(lattice, options, folder, text);
-  if (!error.empty()) return error;
-
-  const std::string description = folder.file("lattice.dot");
-  const std::string drawing = folder.file("drawing");
-  const std::string layout = folder.file("layout.dot");
-  const std::string log = folder.file("dot.log");
-  std::ofstream stream(description);
-  stream << text;
-  stream.close();
-  if (!stream) return "the description could not be written to the temporary folder";
-
-  const bool isDiagram = format == "dia";  // which today's dot does not write itself
-  error =
-      runDot(signals, isDiagram ? "dot" : format, isDiagram ? layout : drawing, description, log);
-  if (!error.empty()) return error;
-  passOn(log);
-  if (isDiagram && !writeDiaDiagram(layout, drawing)) return "dot made no drawing";
-  return deliver(drawing, path);
+  std::string drawing;
+  std::string error = drawInWorkFolder(lattice, options, format, signals, drawing);
+  if (error.empty() && signals.haveCome()) error = path + ": " + std::strerror(EINTR);
+  return error.empty() ? writeWholeFile(path, drawing) : error;
 }
 
 }  // namespace quorbel

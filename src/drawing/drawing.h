@@ -24,7 +24,8 @@ std::string drawingFormat(const std::string& path);
 /// Draws the lattice with Graphviz's `dot` into the file `path`, in the format of its name, as the
 /// viewer does with the same settings. The work files lie in a folder of their own under the
 /// system's folder for temporary files, which is removed in any case, also when a signal ends the
-/// work (see SignalsEndDot); what `dot` says on standard error is passed on when it draws.
+/// work (see SignalsEndDot), before the drawing is written (see writeWholeFile); what `dot` says on
+/// standard error is passed on when it draws.
 ///
 /// Returns "" on success, else one line for the user; there is no new file then.
 std::string drawLattice(const WordLattice& lattice, const DrawingOptions& options,

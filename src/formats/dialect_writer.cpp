@@ -1,17 +1,14 @@
 #include "formats/dialect_writer.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
-#include <cstdio>
-#include <cstring>
 #include <numeric>
 #include <string_view>
 
 #include "formats/dialect_word.h"
 #include "lattice/htk_reader.h"
 #include "lattice/reading_rules.h"
-#include "layout/partial_file.h"
+#include "layout/whole_file.h"
 #include "words/decimal.h"
 #include "words/word_text.h"
 
@@ -138,18 +135,6 @@ std::string writeDialectFile(const WordLattice& lattice, const std::string& path
   std::string text;
   const std::string error = dialectText(lattice, text);
   return error.empty() ? writeWholeFile(path, text) : path + ": " + error;
-}
-
-std::string writeWholeFile(const std::string& path, const std::string& text) {
-  std::FILE* file = std::fopen(path.c_str(), "wb");
-  if (!file) return path + ": " + std::strerror(errno);
-  const bool isWritten = std::fwrite(text.data(), 1, text.size(), file) == text.size();
-  int reason = errno;
-  const bool isClosed = std::fclose(file) == 0;
-  if (isWritten && isClosed) return "";
-  if (isWritten) reason = errno;
-  removePartialFile(path);
-  return path + ": " + std::strerror(reason);
 }
 
 }  // namespace quorbel

@@ -16,12 +16,8 @@ namespace quorbel {
 /// line of which no arrangement keeps the viewer from taking part of it for the header.
 std::string dialectText(const WordLattice& lattice, std::string& text);
 
-/// Writes the lattice so to the file `path`. Returns "" on success, else the path and the reason; a
-/// file that could not be written whole is removed.
+/// Writes the lattice so to the file `path` (see writeWholeFile). Returns "" on success, else the
+/// path and the reason; an old file then stays as it was.
 std::string writeDialectFile(const WordLattice& lattice, const std::string& path);
-
-/// Writes `text` to the file `path`. Returns "" on success, else the path and the reason; a regular
-/// file that could not be written whole is removed.
-std::string writeWholeFile(const std::string& path, const std::string& text);
 
 }  // namespace quorbel

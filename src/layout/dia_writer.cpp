@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "layout/dia_xml.h"
-#include "layout/partial_file.h"
+#include "layout/whole_file.h"
 
 namespace quorbel {
 namespace {
@@ -250,15 +250,7 @@ bool writeDiaDiagram(const std::string& layoutFile, const std::string& diagramFi
   const std::optional<DotDrawing> drawing = readDotDrawing(text.str());
   if (!drawing) return false;
   const std::string diagram = diaDiagram(*drawing);
-  if (diagram.empty()) return false;
-
-  std::ofstream stream(diagramFile, std::ios::binary);
-  if (!stream) return false;
-  stream << diagram;
-  stream.close();
-  if (stream) return true;
-  removePartialFile(diagramFile);
-  return false;
+  return !diagram.empty() && writeWholeFile(diagramFile, diagram).empty();
 }
 
 }  // namespace quorbel

@@ -12,9 +12,9 @@ namespace quorbel {
 /// `diagramFile`: nodes, edges with arrow heads, and labels, in the places, sizes and colours in
 /// which `dot` draws them.
 ///
-/// Returns false when the layout cannot be read or is cut short (an existing diagram then stays),
-/// or when the diagram cannot be written; of one that was written in part nothing is left. Takes
-/// memory for the whole diagram, about 3 KB an edge.
+/// Returns false when the layout cannot be read or is cut short, or when the diagram cannot be
+/// written; an existing diagram then stays as it was (see writeWholeFile). Takes memory for the
+/// whole diagram, about 3 KB an edge.
 bool writeDiaDiagram(const std::string& layoutFile, const std::string& diagramFile);
 
 /// The text of that diagram, XML in UTF-8; "" when memory did not suffice.

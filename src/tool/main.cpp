@@ -1,16 +1,21 @@
 // quorbel-lattice: imports, prunes, ranks and draws lattices on the command line.
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <sstream>
 #include <utility>
 #include <vector>
 
@@ -42,6 +47,27 @@ namespace {
 
 constexpr int kFailure = 1;
 
+/// Takes the places of standard input, output and error that are closed, so that no file gets them
+/// and what is said into them; reading from and writing to them goes on to fail.
+void keepStandardFilesApart() {
+  for (const int file : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(file, F_GETFD) >= 0) continue;
+    const int taken = open("/dev/null", file == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    if (taken >= 0 && taken != file) close(taken);
+  }
+}
+
+/// What is too large for the limit of a file is said, as what is too large for the disk. A handler,
+/// unlike a signal that is ignored, is nothing that `dot` inherits.
+void outliveFileSizeLimit() {
+  struct sigaction action = {};
+  sigaction(SIGXFSZ, nullptr, &action);
+  if (action.sa_handler != SIG_DFL) return;
+  action.sa_handler = [](int) {};
+  action.sa_flags = SA_RESTART;
+  sigaction(SIGXFSZ, &action, nullptr);
+}
+
 /// The first line of a message of the command line's parser.
 std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
 
@@ -64,7 +90,12 @@ int run(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& asked) {  // for help or the version
-    return app.exit(asked);
+    std::ostringstream text;
+    app.exit(asked, text, text);
+    const CommandResult error = printText(text.str());
+    if (error.empty()) return 0;
+    say(error);
+    return kFailure;
   } catch (const CLI::ParseError& error) {
     say(firstLine(error.what()) + " (see quorbel-lattice --help)");
     return kFailure;
@@ -84,6 +115,8 @@ int run(int argc, char** argv) {
 }  // namespace quorbel
 
 int main(int argc, char** argv) {
+  quorbel::keepStandardFilesApart();
+  quorbel::outliveFileSizeLimit();
   try {
     return quorbel::run(argc, argv);
   } catch (const std::exception& exception) {  // such as want of memory

@@ -1,10 +1,14 @@
 #include "tool/progress.h"
 
+#include "layout/ending_signals.h"
 #include "tool/commands.h"
 
 namespace quorbel {
 
-Progress::Progress() : m_Thread([this] { watch(); }) {}
+Progress::Progress() {
+  const EndingSignalsWait signalsWait;  // which a new thread inherits: signals are the others'
+  m_Thread = std::thread([this] { watch(); });
+}
 
 Progress::~Progress() {
   {

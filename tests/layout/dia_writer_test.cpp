@@ -316,10 +316,11 @@ TEST(DiaWriter, DeviceThatTakesNothingStays) {
   EXPECT_TRUE(std::filesystem::is_symlink("out.dia"));
 }
 
-/// Lets no file grow beyond a size while it lives, as on a disk that is full.
+/// Lets no file grow beyond a size while it lives, as on a disk that is full; the signal that comes
+/// with it ends a program that does not see to it.
 class SmallFiles {
  public:
-  explicit SmallFiles(rlim_t size) : m_Handler(std::signal(SIGXFSZ, SIG_IGN)) {
+  explicit SmallFiles(rlim_t size) : m_Handler(std::signal(SIGXFSZ, SIG_DFL)) {
     getrlimit(RLIMIT_FSIZE, &m_Before);
     const rlimit limit = {size, m_Before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &limit);
@@ -339,15 +340,17 @@ class SmallFiles {
 TEST(DiaWriter, LeavesNothingOfADiagramThatDoesNotFit) {
   TemporaryFolder folder;
   folder.write("graph.dot", layoutWith(variedStatements()));
-  folder.write("target", "");
+  folder.write("target", "old");
   std::filesystem::create_symlink("target", "link.dia");
   {
     const SmallFiles small(1000);
     EXPECT_FALSE(writeDiaDiagram("graph.dot", "out.dia"));
     EXPECT_FALSE(writeDiaDiagram("graph.dot", "link.dia"));
+    EXPECT_FALSE(writeDiaDiagram("graph.dot", "target"));
   }
-  EXPECT_FALSE(std::filesystem::exists("out.dia"));
-  EXPECT_FALSE(std::filesystem::exists("target"));
+  EXPECT_EQ(textOf("target"), "old");
+  const std::filesystem::directory_iterator files(folder.path());
+  EXPECT_EQ(std::distance(begin(files), end(files)), 3);  // the layout, the target and its link
 }
 
 }  // namespace

@@ -5,6 +5,7 @@ import os
 import pathlib
 import random
 import re
+import resource
 import signal
 import subprocess
 import time
@@ -249,6 +250,80 @@ class DrawingTest(ToolTest):
             self.assertEqual("quorbel-lattice: out.svg: Interrupted system call\n",
                              process.communicate(timeout=20)[1])
             self.assertEqual((1, []), (process.returncode, list(self.temporary.iterdir())))
+
+
+    def test_ends_dot_and_cleans_up_at_every_signal_that_ends_a_program(self):
+        self.hold_dot()
+        spared = {signal.SIGKILL, signal.SIGSTOP, signal.SIGTSTP, signal.SIGTTIN, signal.SIGTTOU,
+                  signal.SIGCONT, signal.SIGCHLD, signal.SIGURG, signal.SIGWINCH, signal.SIGSEGV,
+                  signal.SIGBUS, signal.SIGFPE, signal.SIGILL}
+        numbers = {number for number in signal.valid_signals() if number not in spared}
+        self.assertGreaterEqual(len(numbers), 40)
+        for number in sorted(numbers):
+            process = self.start()
+            dot = self.held_dot()
+            process.send_signal(number)
+            self.assertIn("quorbel-lattice: dot was ended by a signal (Terminated)\n",
+                          process.communicate(timeout=20)[1], number)
+            self.assertEqual(1, process.returncode, number)
+            with self.assertRaises(ProcessLookupError):
+                os.kill(dot, 0)
+            self.assertEqual([], list(self.temporary.iterdir()), number)
+
+    def test_goes_on_where_it_was_stopped(self):
+        self.hold_dot(then=f"while ! [ -e {self.folder}/go ]; do sleep 0.02; done\n"
+                           f"PATH={os.environ['PATH']} exec dot \"$@\"")
+        process = self.start()
+        self.held_dot()
+        for number in (signal.SIGTSTP, signal.SIGCONT, signal.SIGWINCH, signal.SIGCHLD):
+            process.send_signal(number)
+        self.write("go", "")
+        errors = process.communicate(timeout=20)[1]
+        self.assertEqual(0, process.returncode, errors)
+        self.assertTrue((self.folder / "out.png").exists())
+
+    def test_cleans_up_where_nothing_can_be_opened_or_read(self):
+        def few_files():
+            resource.setrlimit(resource.RLIMIT_NOFILE, (4, 4))
+        for limit in (few_files, lambda: os.umask(0o777)):
+            process = self.start(preexec_fn=limit)
+            process.communicate(timeout=60)
+            self.assertEqual([], list(self.temporary.iterdir()))
+        self.assertEqual(0, process.returncode)
+
+    def test_file_size_limit_ends_dot_and_cleans_up(self):
+        def small_files():
+            resource.setrlimit(resource.RLIMIT_FSIZE, (2048, 2048))
+        for name in ("out.svg", "out.dia", "out.png"):
+            process = self.start(name, preexec_fn=small_files)
+            errors = process.communicate(timeout=60)[1]
+            self.assertEqual(1, process.returncode)
+            self.assertRegex(errors, r"(?m)^quorbel-lattice: .*File too large\)?$|"
+                                     r"\(File size limit exceeded\)")
+            self.assertEqual(["bin", "talk.slf", "tmp"][-2:], self.files())
+
+    def test_says_why_dot_made_no_whole_drawing(self):
+        """Here dot does not mind a limit on files, and as it stands notes no error of its end."""
+        def small_files():
+            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+            resource.setrlimit(resource.RLIMIT_FSIZE, (2048, 2048))
+        for act in ("", "head -c 5000 /dev/zero >\"$3\" 2>/dev/null\n"):
+            for name in ("out.svg", "out.dia"):
+                self.stand_in(f"#!/bin/sh\n{act}exit 0\n")
+                process = self.start(name, preexec_fn=small_files)
+                self.assertEqual("quorbel-lattice: dot made no whole drawing in the folder for "
+                                 "work files: File too large\n", process.communicate(timeout=60)[1])
+                self.assertEqual((1, False), (process.returncode, (self.folder / name).exists()))
+        self.stand_in("#!/bin/sh\nhead -c 5000 /dev/zero >\"$3\" 2>/dev/null\nexit 3\n")
+        process = self.start(preexec_fn=small_files)
+        self.assertEqual("quorbel-lattice: dot failed with status 3 (File too large)\n",
+                         process.communicate(timeout=60)[1])
+
+    def test_knows_how_dot_ended_when_it_was_started_to_ignore_children(self):
+        self.stand_in("#!/bin/sh\necho x >\"$3\"\necho bad >&2\nexit 3\n")
+        process = self.start(preexec_fn=lambda: signal.signal(signal.SIGCHLD, signal.SIG_IGN))
+        self.assertEqual("quorbel-lattice: dot failed with status 3: bad\n",
+                         process.communicate(timeout=60)[1])
 
 
 if __name__ == "__main__":
