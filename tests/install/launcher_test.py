@@ -345,6 +345,48 @@ class EndTest(LauncherCase):
         for status in (0, 1, 2, 77, 128):
             self.assertEqual((status, "", ""), self.run_to_end(act=f"exit {status}"))
 
+    def test_exit_status_beyond_the_signals_is_the_viewers(self):
+        for status in (200, 254, 255):
+            self.assertEqual((status, "", ""), self.run_to_end(act=f"exit {status}"))
+
+    def run_in_shell(self, redirections, *arguments, act=""):
+        """Status of a run with standard files as a shell makes them."""
+        return subprocess.run(["sh", "-c", f'"$0" "$@" {redirections}', self.launcher, *arguments],
+                              cwd=self.folder, env=self.environment | {"ACT": act},
+                              stdin=subprocess.DEVNULL, timeout=PATIENCE_S).returncode
+
+    def test_closed_standard_files_are_no_matter(self):
+        act = ('ls -l /proc/$$/fd >"$NOTES/fd"; echo out; echo err >&2; exit 7')
+        for closed in ("2>&-", ">&-", ">&- 2>&-", "<&- >&- 2>&-"):
+            with self.subTest(closed=closed):
+                self.assertEqual(7, self.run_in_shell(closed, "a.lat", "b.lat", act=act))
+                self.assertEqual([os.fsencode(self.folder / "a.lat")], self.last_notes().arguments)
+                files = (self.notes / "fd").read_text()
+                for number in (0, 1, 2):
+                    self.assertRegex(files, rf" {number} -> ")
+                self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
+
+    def test_readers_that_are_gone_are_no_matter(self):
+        for redirection in ("stdout", "stderr"):
+            with self.subTest(redirection=redirection):
+                reader, writer = os.pipe()
+                os.close(reader)
+                process = subprocess.run(
+                    [self.launcher, "a.lat", "b.lat"], cwd=self.folder, timeout=PATIENCE_S,
+                    env=self.environment | {"ACT": "echo out; echo err >&2; exit 7"},
+                    restore_signals=True, stdin=subprocess.DEVNULL,
+                    **{"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL,
+                       redirection: writer})
+                os.close(writer)
+                self.assertEqual(7, process.returncode)
+                self.assertEqual([os.fsencode(self.folder / "a.lat")], self.last_notes().arguments)
+                self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
+
+    def test_answers_into_closed_standard_output_fail(self):
+        for option in ("--help", "--version"):
+            self.assertNotEqual(0, self.run_in_shell(">&- 2>/dev/null", option))
+        self.assertEqual([], self.taken_notes())
+
     def test_what_the_viewer_says_comes_through(self):
         self.assertEqual((3, "an output\n", "an error\n"),
                          self.run_to_end(act="echo an output; echo an error >&2; exit 3"))
@@ -481,6 +523,43 @@ class ImportTest(LauncherCase):
     def test_hidden_lattice_is_opened_as_a_copy(self):
         self.write(".slf", PLAIN.encode())
         self.opens_a_copy(".slf", "lattice.lat")
+
+    def test_hidden_lattice_takes_no_sound_of_another(self):
+        self.write(".talk.slf", PLAIN.encode())
+        self.write("lattice.wav", b"of another")
+        self.write("talk.wav", b"of another")
+        self.opens_a_copy(".talk.slf", "lattice.lat")
+        self.write(".wav", b"sound")  # where the viewer looks for the sound of a hidden lattice
+        self.opens_a_copy(".talk.slf", "lattice.lat", "lattice.wav")
+        self.assertEqual("sound", self.run_to_end("--import", ".talk.slf", act="cat lattice.wav")[1])
+
+    def test_lattice_of_a_name_as_long_as_names_can_be_is_opened_as_a_copy(self):
+        for stem, extension, copy in (("n" * 251, ".slf", "n" * 251 + ".lat"),
+                                      ("n" * 252, ".gz", "lattice.lat"),
+                                      ("n" * 255, "", "lattice.lat"),
+                                      ("\u00fc" * 125 + "nn", ".gz", "lattice.lat")):
+            with self.subTest(stem=len(stem), extension=extension):
+                self.write(stem + extension, PLAIN.encode())
+                self.opens_a_copy(stem + extension, copy)
+
+    def test_pipe_is_opened_as_a_copy_whatever_its_form(self):
+        for content in (PLAIN, IMPORTED):
+            os.mkfifo(self.folder / "pipe")
+            process = self.start("--import", "pipe", act='cat -- "$1"')
+            (self.folder / "pipe").write_text(content)
+            output, _ = process.communicate(timeout=PATIENCE_S)
+            self.assertEqual((0, IMPORTED), (process.returncode, output.decode()))
+            self.assertTrue(self.last_notes().arguments[0].endswith(b"/pipe.lat"))
+            (self.folder / "pipe").unlink()
+
+    def test_without_the_companion_the_lattice_is_opened_itself(self):
+        importer = self.launcher.parent / "quorbel-lattice"
+        importer.unlink()
+        status, _, errors = self.run_to_end("--import", "talk.slf")
+        self.assertEqual(0, status)
+        self.assertRegex(errors, r"\Aquorbel: nothing can be imported: there is no program "
+                                 r"\S*/quorbel-lattice\n\Z")
+        self.assertEqual([os.fsencode(self.folder / "talk.slf")], self.last_notes().arguments)
 
     def test_sound_beside_the_lattice_goes_with_it(self):
         self.write("talk.wav", b"sound")
