@@ -73,7 +73,6 @@ void MainWindow::renderGraph() {
   }
   if (!showStage("Creating graph...")) return endRun();
   refreshSelectedEdgeScore(m_Graph);
-  m_Graph.outputFormat = kDefaultFormat;  // an export that broke off may have left its own
   writeDotAndRun(m_Graph, std::nullopt, runBySystem);
   m_Statusbar.pop(kRunContext);
 

@@ -345,7 +345,7 @@ TEST_F(Export, GivingUpAfterRefusingToReplaceLeavesTheFormat) {
   EXPECT_EQ(w.m_Graph.outputFormat, "as before");
 }
 
-TEST_F(Export, FormatIsSetBeforeTheNameIsLookedAtAndThePictureStaysPng) {
+TEST_F(Export, FormatIsSetBeforeTheNameIsLookedAtSoTheNextDrawingHasIt) {
   TestWindow& w = openLattice(kTwoWays);
   watchDot();
   answer = [&](Gtk::Dialog& dialog) {
@@ -359,8 +359,10 @@ TEST_F(Export, FormatIsSetBeforeTheNameIsLookedAtAndThePictureStaysPng) {
     EXPECT_TRUE(takeDotRuns().empty());
     EXPECT_EQ(w.m_Graph.outputFormat, format);
     activate("DisplayShortestPath");
-    EXPECT_EQ(takeDotRuns(), runsFor("png", kImageFile));
+    EXPECT_EQ(takeDotRuns(), runsFor(format, kImageFile));
     EXPECT_EQ(w.m_Graph.outputFormat, "png");
+    activate("DisplayShortestPath");
+    EXPECT_EQ(takeDotRuns(), runsFor("png", kImageFile));
   }
 }
 
