@@ -96,11 +96,12 @@ void LayoutScanner::scanBoundingBox(const std::string& line, std::size_t pos) {
 }
 
 void LayoutScanner::scanNode(const std::string& line, std::size_t pos, int index) {
-  if (index < 0 || index >= m_Graph.adjacency->nodeCount) return;
+  const auto position = static_cast<std::size_t>(index);
+  if (index < 0 || position >= m_Graph.nodes.size()) return;
   LayoutItem item;
   item.isNode = true;
   item.nodeIndex = index;
-  item.time = m_Graph.nodes[static_cast<std::size_t>(index)].time;
+  item.time = m_Graph.nodes[position].time;
 
   std::size_t quote = line.find('"', pos);
   if (isPrecededBy(line, quote, "pos=")) {

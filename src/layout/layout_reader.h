@@ -13,7 +13,8 @@ namespace quorbel {
 /// Reads the layout that `dot` wrote to kLayoutFile: the bounding box into `graph` and one item a
 /// node and edge into `items`, in the order of the file. Each edge gets the word and score of the
 /// first link that has its id, "" and 0.0 when none has; links get the current score as 0.0 where
-/// they lack it. Nodes that the lattice does not have are left out.
+/// they lack it. Nodes that have no slot in `graph.nodes` are left out; the index one past the last
+/// has one, since a link may name it.
 ///
 /// Without the file, or without a lattice, everything stays as it was. An edge without label or
 /// comment prints "comment not found in dot file" on standard output and gives no item; one without

@@ -90,13 +90,13 @@ std::map<int, std::string> labelsIn(const std::string& description) {
   return labels;
 }
 
-/// The nodes that a description names, as far as the lattice has them.
+/// The nodes that a description names; a link may name the one past the last.
 std::set<int> nodesIn(const Graph& graph) {
   std::set<int> nodes = {0, graph.adjacency->nodeCount - 1};
   for (int start = 0; start < graph.adjacency->nodeCount; ++start) {
     for (const Edge& edge : graph.adjacency->outgoing[static_cast<std::size_t>(start)]) {
       nodes.insert(start);
-      if (edge.endNode < graph.adjacency->nodeCount) nodes.insert(edge.endNode);
+      nodes.insert(edge.endNode);
     }
   }
   return nodes;

@@ -151,9 +151,25 @@ TEST(LayoutReaderLine, OfANodeThatEndsAmidItsPositionIsOutOfRange) {
 
 TEST(LayoutReaderLine, OfANodeThatTheLatticeDoesNotHaveIsSkipped) {
   const std::string rest = " [pos=\"27,18\", width=\"0.75\", height=\"0.5\"];\n";
-  EXPECT_EQ(read("2" + rest + "-1" + rest + "99999999999" + rest + "1" + rest),
+  EXPECT_EQ(read("3" + rest + "-1" + rest + "99999999999" + rest + "1" + rest),
             node(1, "27,18", "60x40"));
-  EXPECT_EQ(read("2 [pos=\"27"), "") << "broken or not";
+  EXPECT_EQ(read("3 [pos=\"27"), "") << "broken or not";
+}
+
+TEST(LayoutReaderLine, OfTheNodeOnePastTheLastIsAppendedToo) {
+  const std::string rest = " [pos=\"27,18\", width=\"0.75\", height=\"0.5\"];\n";
+  Graph graph = latticeOf(2);
+  graph.nodes[2].time = 0.5;
+  EXPECT_EQ(reading(graph, "2" + rest),
+            "node id -1 at 27,18 size 60x40 index 2 from 0 to 0 time 0.5 label [] word [] score 0\n"
+            "box 0x0\n");
+  EXPECT_EQ(readItems(2, "2 [pos=\"27"), kOutOfRange);
+}
+
+TEST(LayoutReaderLine, OfAnyNodeIsSkippedWhileTheLatticeHasNone) {
+  Graph graph = latticeOf(2);
+  graph.nodes.clear();
+  EXPECT_EQ(reading(graph, "0 [pos=\"27,18\", width=\"0.75\", height=\"0.5\"];\n"), "box 0x0\n");
 }
 
 TEST(LayoutReaderLine, OfANodeWithAnOddNameCountsAsNodeZero) {
