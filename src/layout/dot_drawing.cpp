@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "lattice/number_text.h"
-#include "layout/dot_statements.h"
+#include "layout/dot_record.h"
 
 namespace quorbel {
 namespace {
@@ -54,24 +54,23 @@ DrawnSpline spline(std::string_view text) {
   return spline;
 }
 
-const std::string* find(const DotAttributes& attributes, std::string_view name) {
-  const auto found = attributes.find(name);
-  return found == attributes.end() ? nullptr : &found->second;
-}
-
 std::string valueOr(const DotAttributes& attributes, std::string_view name,
                     const std::string& otherwise) {
-  const std::string* value = find(attributes, name);
+  const std::string* value = valueOf(attributes, name);
   return value ? *value : otherwise;
 }
 
 /// A label with its double quotes as `dot` has them in memory: bare.
-std::string withBareQuotes(std::string label) {
-  const std::string escapedQuote = {'\\', DotStatements::kInnerQuote};
-  for (std::size_t at = label.find(escapedQuote); at != std::string::npos;
-       at = label.find(escapedQuote, at + 1))
-    label.replace(at, 2, 1, '"');
-  return label;
+std::string withBareQuotes(std::string_view label) {
+  std::string text;
+  for (std::size_t at = 0; at < label.size(); ++at) {
+    if (label[at] == '\\' && at + 1 < label.size()) {
+      ++at;
+      if (label[at] != '"') text += '\\';
+    }
+    text += label[at];
+  }
+  return text;
 }
 
 /// Collects the statements of one file.
@@ -81,9 +80,10 @@ class DrawingReader {
   std::optional<DotDrawing> read();
 
  private:
-  void addStatement(std::string_view head, const DotAttributes& attributes);
-  void addNode(std::string_view name, const DotAttributes& attributes);
-  void addEdge(std::string_view tail, std::string_view head, const DotAttributes& attributes);
+  void add(const DotRecord& record);
+  void addBox(const DotAttributes& attributes);
+  void addNode(const DotRecord& record);
+  void addEdge(const DotRecord& record);
 
   std::string_view m_Text;
   std::string m_Name;  ///< of the whole graph
@@ -105,36 +105,41 @@ std::optional<DotDrawing> DrawingReader::read() {
     if (pos == std::string_view::npos) return std::nullopt;
     if (m_Text[pos] == '}') break;
     if (m_Text[pos] == ';') continue;
-    const std::string_view head = trimmed(m_Text.substr(begin, pos - begin));
-    const DotAttributes attributes = takeDotAttributes(m_Text, ++pos);
+    pos = begin;
+    const DotRecord record = takeDotRecord(m_Text, pos);
     if (pos >= m_Text.size()) return std::nullopt;
-    addStatement(head, attributes);
+    add(record);
   }
   if (!m_HasBox) return std::nullopt;
   return std::move(m_Drawing);
 }
 
-void DrawingReader::addStatement(std::string_view head, const DotAttributes& attributes) {
-  constexpr std::string_view kArrow = "->";
-  if (head == "node" || head == "edge") return;
-  if (head == "graph") {
-    const std::string* box = find(attributes, "bb");
-    if (!box) return;
-    std::string_view numbers = *box;
-    for (double* side : {&m_Drawing.bottomLeft.x, &m_Drawing.bottomLeft.y, &m_Drawing.topRight.x,
-                         &m_Drawing.topRight.y})
-      *side = number(takePart(numbers, ","));
-    m_HasBox = true;
-  } else if (const std::size_t arrow = head.find(kArrow); arrow != std::string_view::npos) {
-    addEdge(trimmed(head.substr(0, arrow)), trimmed(head.substr(arrow + kArrow.size())),
-            attributes);
-  } else {
-    addNode(head, attributes);
+void DrawingReader::add(const DotRecord& record) {
+  switch (record.kind) {
+    case DotRecord::Kind::Drawing:
+      return addBox(record.attributes);
+    case DotRecord::Kind::Defaults:
+      return;
+    case DotRecord::Kind::Node:
+      return addNode(record);
+    case DotRecord::Kind::Edge:
+      return addEdge(record);
   }
 }
 
-void DrawingReader::addNode(std::string_view name, const DotAttributes& attributes) {
-  const std::string* position = find(attributes, "pos");
+void DrawingReader::addBox(const DotAttributes& attributes) {
+  const std::string* box = valueOf(attributes, "bb");
+  if (!box) return;
+  std::string_view numbers = *box;
+  for (double* side : {&m_Drawing.bottomLeft.x, &m_Drawing.bottomLeft.y, &m_Drawing.topRight.x,
+                       &m_Drawing.topRight.y})
+    *side = number(takePart(numbers, ","));
+  m_HasBox = true;
+}
+
+void DrawingReader::addNode(const DotRecord& record) {
+  const DotAttributes& attributes = record.attributes;
+  const std::string* position = valueOf(attributes, "pos");
   if (!position) return;
   DrawnNode node;
   node.centre = point(*position);
@@ -148,12 +153,12 @@ void DrawingReader::addNode(std::string_view name, const DotAttributes& attribut
     node.fillColour = valueOr(attributes, "fillcolor", valueOr(attributes, "color", "lightgrey"));
   node.fontColour = valueOr(attributes, "fontcolor", "black");
   node.label = labelLines(withBareQuotes(valueOr(attributes, "label", "\\N")),
-                          {{'G', m_Name}, {'N', std::string(name)}});
+                          {{'G', m_Name}, {'N', record.name}});
   m_Drawing.nodes.push_back(std::move(node));
 }
 
-void DrawingReader::addEdge(std::string_view tail, std::string_view head,
-                            const DotAttributes& attributes) {
+void DrawingReader::addEdge(const DotRecord& record) {
+  const DotAttributes& attributes = record.attributes;
   DrawnEdge edge;
   edge.colour = valueOr(attributes, "color", "black");
   edge.fontColour = valueOr(attributes, "fontcolor", "black");
@@ -162,10 +167,10 @@ void DrawingReader::addEdge(std::string_view tail, std::string_view head,
     DrawnSpline part = spline(takePart(rest, ";"));
     if (!part.points.empty()) edge.splines.push_back(std::move(part));
   }
-  if (const std::string* place = find(attributes, "lp")) {
+  if (const std::string* place = valueOf(attributes, "lp")) {
     edge.labelCentre = point(*place);
-    const std::string from(tail);
-    const std::string to(head);
+    const std::string& from = record.name;
+    const std::string& to = record.head;
     edge.label = labelLines(withBareQuotes(valueOr(attributes, "label", "")),
                             {{'G', m_Name}, {'E', from + "->" + to}, {'T', from}, {'H', to}});
   }

@@ -16,9 +16,9 @@ namespace quorbel {
 /// they lack it. Nodes that have no slot in `graph.nodes` are left out; the index one past the last
 /// has one, since a link may name it.
 ///
-/// Without the file, or without a lattice, everything stays as it was. An edge without label or
-/// comment prints "comment not found in dot file" on standard output and gives no item; one without
-/// label position prints "lp not found in dot file" and has none.
+/// Without the file, or without a lattice, everything stays as it was. An edge without label, or
+/// without a number in its comment, prints "comment not found in dot file" on standard output and
+/// gives no item; one without label position prints "lp not found in dot file" and has none.
 ///
 /// Throws std::out_of_range for a statement that ends amid a position; `items` then holds what came
 /// before it.

@@ -74,7 +74,8 @@ TEST_P(LayoutReaderCutFileOfTodaysForm, GivesTheItemsThatAreWhole) {
 
 INSTANTIATE_TEST_SUITE_P(Recorded, LayoutReaderCutFileOfTodaysForm,
                          testing::Values("recorded-diamond.dot", "recorded-wrapped-labels.dot",
-                                         "recorded-end-of-long-chain.dot"));
+                                         "recorded-end-of-long-chain.dot",
+                                         "recorded-fractional-coordinates.dot"));
 
 using LayoutReaderCutFileOfTheOldForm = LayoutReaderCutFile;
 

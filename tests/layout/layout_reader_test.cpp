@@ -228,6 +228,71 @@ TEST(LayoutReader, ReadsPositionsWithExponentsInFull) {
                 kWordA + "\nbox 208750x76\n");
 }
 
+/// Graphviz 14 wrote this for examples/yesno.lat, with a fraction in nearly every number.
+TEST(LayoutReader, ReadsFractionalCoordinatesUpToTheirPoint) {
+  Graph graph = latticeOf(6);
+  EXPECT_EQ(reading(graph, fixture("recorded-fractional-coordinates.dot")),
+            R"(node id -1 at 22,84 size 48x48 index 0 from 0 to 0 time 0 label [] word [] score 0
+node id -1 at 155,124 size 60x40 index 1 from 0 to 0 time 0.2 label [] word [] score 0
+edge id 0 at 86,124 size 0x0 index 0 from 0 to 1 time 0 label [!NULL] word [] score 0
+node id -1 at 155,44 size 60x40 index 2 from 0 to 0 time 0.4 label [] word [] score 0
+edge id 1 at 86,54 size 0x0 index 0 from 0 to 2 time 0 label [!NULL] word [] score 0
+edge id 2 at 86,84 size 0x0 index 0 from 0 to 2 time 0 label [uh] word [] score 0
+node id -1 at 419,97 size 48x48 index 5 from 0 to 0 time 1 label [] word [] score 0
+node id -1 at 286,124 size 60x40 index 3 from 0 to 0 time 0.6 label [] word [] score 0
+edge id 3 at 220,154 size 0x0 index 0 from 1 to 3 time 0 label [yes] word [] score 0
+edge id 4 at 220,130 size 0x0 index 0 from 1 to 3 time 0 label [yeah] word [] score 0
+node id -1 at 286,57 size 60x40 index 4 from 0 to 0 time 0.8 label [] word [] score 0
+edge id 5 at 220,108 size 0x0 index 0 from 1 to 4 time 0 label [yet] word [] score 0
+edge id 6 at 220,67 size 0x0 index 0 from 2 to 3 time 0 label [yes] word [] score 0
+edge id 7 at 220,14 size 0x0 index 0 from 2 to 4 time 0 label [guess] word [] score 0
+edge id 8 at 355,107 size 0x0 index 0 from 3 to 5 time 0 label [!NULL] word [] score 0
+edge id 9 at 355,132 size 0x0 index 0 from 3 to 5 time 0 label [sir] word [] score 0
+edge id 10 at 355,81 size 0x0 index 0 from 4 to 5 time 0 label [!NULL] word [] score 0
+box 441x162
+)");
+}
+
+/// What reading a statement of today's form does in a lattice of two nodes.
+std::string readTodays(const std::string& subject, const std::string& attributes) {
+  return readItems(2, "\t" + subject + "\t[" + attributes + ",\n\t\tz=1];\n");
+}
+
+TEST(LayoutReader, TakesZeroForWhatANodeOfTodaysFormLacks) {
+  const std::string rest = " index 1 from 0 to 0 time 1 label [] word [] score 0\n";
+  EXPECT_EQ(readTodays("1", "a=1"), "node id -1 at 0,0 size 0x0" + rest);
+  EXPECT_EQ(readTodays("1", "height=0.5,\n\t\tpos=\"3,4\""), "node id -1 at 3,4 size 0x40" + rest);
+  EXPECT_EQ(readTodays("1", "pos=\"3\",\n\t\twidth=\"0,75\""),
+            "node id -1 at 3,0 size 60x0" + rest);
+  EXPECT_EQ(readTodays("3", "pos=\"3,4\""), "") << "no such node";
+  EXPECT_EQ(readTodays("1 2", "pos=\"3,4\""), "") << "no name";
+  EXPECT_EQ(readTodays("", "pos=\"3,4\""), "") << "no name";
+}
+
+TEST(LayoutReader, SaysWhatAnEdgeOfTodaysFormLacks) {
+  const std::string noComment = "comment not found in dot file\n";
+  const std::string comment = "comment=\"ID = 7\",\n\t\t";
+  const std::string label = "label=x,\n\t\t";
+  const std::string start = "edge id 7 at ";
+  const std::string rest = " size 0x0 index 0 from 0 to 1 time 0 label [x] word [] score 0\n";
+  EXPECT_EQ(readTodays("0 -> 1", comment + label + "lp=\"3,4\""), start + "3,4" + rest);
+  EXPECT_EQ(readTodays("0 -> 1", comment + label + "my_lp=\"3,4\""),
+            start + "-1,-1" + rest + "lp not found in dot file\n");
+  EXPECT_EQ(readTodays("0 -> 1", comment + "lp=\"3,4\""), noComment);
+  EXPECT_EQ(readTodays("0 -> 1", label + "lp=\"3,4\""), noComment);
+  EXPECT_EQ(readTodays("0 -> 1", "comment=ID,\n\t\t" + label + "lp=\"3,4\""), noComment)
+      << "no number";
+  EXPECT_EQ(readTodays("0 -> 1", comment + label + "lp=\"3\""), "out of range\n");
+  EXPECT_EQ(readTodays("0 -> 1", comment + "lp=\"3\""), noComment) << "it has no item anyway";
+}
+
+TEST(LayoutReader, ThrowsForABoxOfTodaysFormThatIsTooShort) {
+  EXPECT_EQ(readTodays("graph", "a=\"0,0,5,6\""), "");
+  EXPECT_EQ(readTodays("graph", "bb=\"0,0,5\""), "box 5x0\nout of range\n");
+  EXPECT_EQ(readTodays("graph", "bb=\"0,0,5.9,6.9\""), "box 5x6\n");
+  EXPECT_EQ(readTodays("graph", "bb=\"0,0\""), "out of range\n");
+}
+
 class LayoutReaderUnderLocale : public testing::TestWithParam<const char*> {};
 
 TEST_P(LayoutReaderUnderLocale, ReadsNumbersAsInTheCLocale) {
