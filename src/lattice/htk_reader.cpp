@@ -13,8 +13,10 @@
 #include <stdexcept>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "lattice/blanks.h"
+#include "lattice/growing_scores.h"
 #include "lattice/number_text.h"
 #include "lattice/reading_rules.h"
 
@@ -85,7 +87,7 @@ bool takeXml(std::string_view line, std::size_t& pos, std::string& word) {
 class LatticeReading {
  public:
   LatticeReading(Graph& graph, const std::string& path, const EndPoints& points)
-      : m_Graph(graph), m_Path(path), m_Points(points) {}
+      : m_Graph(graph), m_Path(path), m_Points(points), m_NodeScores(graph.nodes.size()) {}
 
   std::string read(std::istream& stream);
 
@@ -99,17 +101,19 @@ class LatticeReading {
     int index = 0;  ///< node index or link id
     int linkStart = 1;
     int linkEnd = 1;
-    ScoreMap scores;  ///< of a link; those of a node go straight into the graph
+    ScoreMap scores;  ///< of a link; those of a node go into the graph
+    GrowingScores growing;
     std::string word;
   };
 
+  std::string readLines(std::istream& stream);
   std::string readLine(std::string_view text);
   std::string takeField(std::string_view text, std::size_t& pos);
   std::string store(ReaderKey meaning, std::string_view key, std::string_view value);
   std::string replaceLattice(int count);
-  void storeScore(ScoreMap& scores, std::string_view key, std::string_view value) const;
+  void storeScore(std::string_view key, std::string_view value);
   void addLink();
-  std::string finish();
+  void finish();
   std::string syntaxError(long lineNumber) const;
 
   bool isNodeIndex(int index) const {
@@ -122,6 +126,7 @@ class LatticeReading {
   Graph& m_Graph;
   const std::string& m_Path;
   const EndPoints m_Points;
+  std::vector<GrowingScores> m_NodeScores;  ///< of each node, those still to be set
   Line m_Line;
   long m_LineNumber = 1;
   bool m_CountGiven = false;
@@ -132,13 +137,21 @@ std::string LatticeReading::syntaxError(long lineNumber) const {
 }
 
 std::string LatticeReading::read(std::istream& stream) {
+  std::string error = readLines(stream);
+  for (std::size_t i = 0; i < m_NodeScores.size(); ++i)
+    m_NodeScores[i].finish(m_Graph.nodes[i].scores);
+  if (error.empty()) finish();
+  return error;
+}
+
+std::string LatticeReading::readLines(std::istream& stream) {
   std::string text;
   while (std::getline(stream, text) && !stream.eof()) {
     if (std::string error = readLine(text); !error.empty()) return error;
     ++m_LineNumber;
   }
   if (!stream.eof()) return m_Path + " : file not found or permission denied";
-  if (m_CountGiven) return finish();
+  if (m_CountGiven) return "";
   const bool endsWithLineEnd = text.empty();
   return syntaxError(endsWithLineEnd ? std::max(1L, m_LineNumber - 1) : m_LineNumber);
 }
@@ -203,8 +216,7 @@ std::string LatticeReading::store(ReaderKey meaning, std::string_view key, std::
       if (m_Line.type == Record::Node) lineNode().time = parseDouble(value);
       break;
     case ReaderKey::Score:
-      if (m_Line.type == Record::Node) storeScore(lineNode().scores, key, value);
-      if (m_Line.type == Record::Link) storeScore(m_Line.scores, key, value);
+      storeScore(key, value);
       break;
     case ReaderKey::Header:
     case ReaderKey::Word:
@@ -214,10 +226,14 @@ std::string LatticeReading::store(ReaderKey meaning, std::string_view key, std::
   return "";
 }
 
-void LatticeReading::storeScore(ScoreMap& scores, std::string_view key,
-                                std::string_view value) const {
-  const double score = parseDouble(value);
-  scores[std::string(key)] = m_Graph.scoresNegated ? -score : score;
+void LatticeReading::storeScore(std::string_view key, std::string_view value) {
+  if (m_Line.type == Record::None) return;
+  const double number = parseDouble(value);
+  const double score = m_Graph.scoresNegated ? -number : number;
+  if (m_Line.type == Record::Link)
+    m_Line.growing.set(m_Line.scores, key, score);
+  else
+    m_NodeScores[static_cast<std::size_t>(m_Line.index)].set(lineNode().scores, key, score);
 }
 
 std::string LatticeReading::replaceLattice(int count) {
@@ -229,30 +245,29 @@ std::string LatticeReading::replaceLattice(int count) {
   m_Graph.adjacency = std::make_unique<LatticeAdjacency>(count, given(m_Points.start, 0),
                                                          given(m_Points.end, count - 1));
   m_Graph.nodes.assign(m_Graph.adjacency->outgoing.size(), Node());
+  m_NodeScores.assign(m_Graph.nodes.size(), GrowingScores());
   m_CountGiven = true;
   if (m_Line.type == Record::Node && !isNodeIndex(m_Line.index)) return syntaxError(m_LineNumber);
   return "";
 }
 
 void LatticeReading::addLink() {
+  m_Line.growing.finish(m_Line.scores);
   if (!m_Line.scores.empty()) currentScoreName = m_Line.scores.begin()->first;
   if (!m_Graph.adjacency) return;  // no count was ever given: there is no lattice to link
   addEdge(*m_Graph.adjacency, m_Line.linkStart, m_Line.linkEnd, std::move(m_Line.scores),
           std::move(m_Line.word), m_Line.index);
 }
 
-std::string LatticeReading::finish() {
+void LatticeReading::finish() {
   LatticeAdjacency& adjacency = *m_Graph.adjacency;
   const std::size_t count = static_cast<std::size_t>(adjacency.nodeCount);
   const double lastTime = m_Graph.nodes[count - 1].time;
   for (std::size_t i = 0; i < count; ++i) m_Graph.nodes[i].time /= lastTime;
   for (std::size_t i = 0; i < count; ++i) {
-    for (Edge& edge : adjacency.outgoing[i]) {
-      for (const auto& [name, score] : m_Graph.nodes[static_cast<std::size_t>(edge.endNode)].scores)
-        edge.scores[name] += score;
-    }
+    for (Edge& edge : adjacency.outgoing[i])
+      addScores(edge.scores, m_Graph.nodes[static_cast<std::size_t>(edge.endNode)].scores);
   }
-  return "";
 }
 
 }  // namespace

@@ -70,6 +70,63 @@ TEST_F(HtkReaderSize, ReadsALineOfManyFields) {
   EXPECT_LT(m_Time.seconds(), kMostSeconds);
 }
 
+/// A different name for each number, in scattered order; of eight letters.
+std::string scatteredName(int i) {
+  unsigned scattered = static_cast<unsigned>(i) * 2654435761u;
+  std::string name;
+  for (; name.size() < 8; scattered >>= 4u) name += static_cast<char>('a' + scattered % 16u);
+  return name;
+}
+
+constexpr int kManyNames = 200000;
+
+TEST_F(HtkReaderSize, ReadsALineOfManyDifferentScores) {
+  std::string line = "J=0";
+  for (int i = 0; i < kManyNames; ++i) line += " " + scatteredName(i) + "=" + number(i);
+  ASSERT_EQ(read("N=2\n" + line + " " + scatteredName(0) + "=7\n"), "");
+  const ScoreMap& scores = graph.adjacency->outgoing[1].front().scores;
+  ASSERT_EQ(scores.size(), static_cast<std::size_t>(kManyNames));
+  for (int i = 1; i < kManyNames; ++i) ASSERT_EQ(scores.at(scatteredName(i)), -i);
+  EXPECT_EQ(scores.at(scatteredName(0)), -7.0);
+  EXPECT_EQ(currentScoreName, scores.begin()->first);
+  EXPECT_LT(m_Time.seconds(), kMostSeconds);
+}
+
+TEST_F(HtkReaderSize, ReadsManyLinesWithADifferentScoreOfANode) {
+  std::string text = "N=3\n";
+  for (int i = 0; i < kManyNames; ++i)
+    text += "I=" + number(i % 2) + " " + scatteredName(i) + "=" + number(i) + "\n";
+  ASSERT_EQ(read(text + "I=1 " + scatteredName(1) + "=7\n"), "");
+  for (const std::size_t node : {std::size_t{0}, std::size_t{1}})
+    ASSERT_EQ(graph.nodes[node].scores.size(), static_cast<std::size_t>(kManyNames / 2));
+  for (int i = 2; i < kManyNames; ++i)
+    ASSERT_EQ(graph.nodes[static_cast<std::size_t>(i % 2)].scores.at(scatteredName(i)), -i);
+  EXPECT_EQ(graph.nodes[1].scores.at(scatteredName(1)), -7.0);
+  EXPECT_LT(m_Time.seconds(), kMostSeconds);
+}
+
+TEST_F(HtkReaderSize, AddsManyScoresOfANodeToThoseOfALink) {
+  std::string node = "I=1";
+  std::string link = "J=0 S=0 E=1";
+  for (int i = 0; i < kManyNames; ++i) {
+    if (i % 3 != 0) node += " " + scatteredName(i) + "=" + number(i);
+    if (i % 3 != 1) link += " " + scatteredName(i) + "=1";
+  }
+  ASSERT_EQ(read("N=2\n" + node + "\n" + link + "\n"), "");
+  const ScoreMap& scores = graph.adjacency->outgoing[0].front().scores;
+  ASSERT_EQ(scores.size(), static_cast<std::size_t>(kManyNames));
+  for (int i = 0; i < kManyNames; ++i)
+    ASSERT_EQ(scores.at(scatteredName(i)), -(i % 3 != 0 ? i : 0) - (i % 3 != 1 ? 1 : 0)) << i;
+  EXPECT_LT(m_Time.seconds(), kMostSeconds);
+}
+
+TEST_F(HtkReaderSize, KeepsTheScoresBeforeAFaultyLineHoweverManyThereAre) {
+  std::string text = "N=1\nI=0";
+  for (int i = 0; i < 50; ++i) text += " " + scatteredName(i) + "=1";
+  EXPECT_EQ(read(text + "\nbad\n"), "talk.lat: syntax error line 3");
+  EXPECT_EQ(graph.nodes[0].scores.size(), 50u);
+}
+
 TEST_F(HtkReaderSize, ReadsALineOfManyBrackets) {
   std::string word;
   for (int i = 0; i < 1000000; ++i) word += "<>";
