@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 #include <string_view>
 
 #include "formats/dialect_word.h"
@@ -70,8 +69,7 @@ double inMillionths(double value) {
   return std::round(value * kMillion) / kMillion;
 }
 
-std::string linkLine(const WordLattice& lattice, const WordLink& link,
-                     const std::vector<int>& nameOrder, std::vector<double>& values) {
+std::string linkLine(const WordLattice& lattice, const WordLink& link) {
   std::string line = "J=";
   appendInteger(line, link.id);
   line += " S=";
@@ -88,24 +86,9 @@ std::string linkLine(const WordLattice& lattice, const WordLink& link,
   };
   add(kTotalName, link.total);
   for (const NamedScore& score : link.scores)
-    values[static_cast<std::size_t>(score.name)] = score.value;
-  for (const int name : nameOrder) {
-    double& value = values[static_cast<std::size_t>(name)];
-    if (!std::isnan(value)) add(lattice.scoreNames[static_cast<std::size_t>(name)], value);
-    value = std::nan("");
-  }
+    add(lattice.scoreNames[slot(score.name)], score.value);
   if (!lattice.isCyclic) add(kPosteriorName, inMillionths(link.logPosterior));
   return line;
-}
-
-/// The indices of the score names in the order of the names.
-std::vector<int> inNameOrder(const std::vector<std::string>& names) {
-  std::vector<int> order(names.size());
-  std::iota(order.begin(), order.end(), 0);
-  std::sort(order.begin(), order.end(), [&](int a, int b) {
-    return names[static_cast<std::size_t>(a)] < names[static_cast<std::size_t>(b)];
-  });
-  return order;
 }
 
 }  // namespace
@@ -120,10 +103,8 @@ std::string dialectText(const WordLattice& lattice, std::string& text) {
   text.reserve(kUsualLine * (lattice.links.size() + lattice.nodes.size() / 4));
   appendHeader(text, lattice);
   appendNodes(text, lattice);
-  const std::vector<int> nameOrder = inNameOrder(lattice.scoreNames);
-  std::vector<double> values(lattice.scoreNames.size(), std::nan(""));
   for (const WordLink& link : lattice.links)
-    if (!appendLine(text, linkLine(lattice, link, nameOrder, values)))
+    if (!appendLine(text, linkLine(lattice, link)))
       return "link " + std::to_string(link.id) +
              " has so long a word, with \"start=\" or \"end=\" in it, that the viewer would "
              "misread "

@@ -7,6 +7,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "formats/slf_file.h"
+
 namespace quorbel {
 
 /// What a field of a node or link is.
@@ -19,37 +21,36 @@ struct FieldMeaning {
     Dropped,   ///< computed anew
     Other      ///< a score when its value is a number, else an attribute of the word
   };
+  static constexpr int kNone = -1;
+
   Kind kind = Kind::Other;
-  std::string scoreName;
-  std::string attributeName;
-  int score = -1;  ///< index of `scoreName` once `FieldKeys::scoreOf` was asked
+  int score = kNone;      ///< index of its name as a score, when some field of this key is one
+  int attribute = kNone;  ///< the same as an attribute
 };
 
 /// The meanings of all keys of one file. HTK's long and short keys are the same field, and go on
-/// under the short one: "acoustic" is "a".
+/// under the short one: "acoustic" is "a". Different fields have different names, which do not
+/// depend on the order of the file.
 class FieldKeys {
  public:
   /// `isDialect`: the file is one that this program or the viewer may have written, whose "TOTAL"
-  /// and "post" are the scores of that name.
-  explicit FieldKeys(bool isDialect) : m_IsDialect(isDialect) {}
+  /// and "post" are the scores of that name. `file` outlives this object.
+  FieldKeys(const SlfFile& file, bool isDialect);
 
-  FieldMeaning& of(std::string_view key);
+  /// The meaning of a key of the file.
+  const FieldMeaning& of(std::string_view key) const { return m_Known.at(key); }
 
-  /// The index of a field's score in `scoreNames`, which it joins when it is not there yet.
-  int scoreOf(FieldMeaning& meaning, std::vector<std::string>& scoreNames) const;
+  /// The names of scores and of attributes, in byte order.
+  const std::vector<std::string>& scoreNames() const { return m_ScoreNames; }
+  const std::vector<std::string>& attributeNames() const { return m_AttributeNames; }
 
  private:
-  const bool m_IsDialect;
+  void nameKeys(bool (*isTaken)(const std::string&), int FieldMeaning::*index,
+                std::vector<std::string>& names);
+
   std::unordered_map<std::string_view, FieldMeaning> m_Known;
+  std::vector<std::string> m_ScoreNames;
+  std::vector<std::string> m_AttributeNames;
 };
-
-/// The name under which the viewer shows the score `key`: itself, or with "x_" before it when the
-/// viewer's reader takes that key for something else, when it sorts before "TOTAL", or when it is
-/// that name or "post". What cannot stand in such a name becomes "_".
-std::string viewerScoreName(std::string_view key);
-
-/// The name of an attribute for the field `key`, by the same rules; the attributes that a word's
-/// element has anyhow (see isFreeAttribute) count as taken.
-std::string attributeNameOf(std::string_view key);
 
 }  // namespace quorbel

@@ -20,23 +20,6 @@ bool isMinusInfinity(std::string_view text) {
 
 std::string decoded(const SlfField& field) { return inUtf8(withoutEscapes(field.value)); }
 
-void setScore(std::vector<NamedScore>& scores, int name, double value, bool isAdded) {
-  for (NamedScore& score : scores) {
-    if (score.name != name) continue;
-    score.value = isAdded ? rounded(score.value + value) : value;
-    return;
-  }
-  scores.push_back({name, value});
-}
-
-/// An attribute that a link has of its own stays.
-void addAttribute(std::vector<WordAttribute>& attributes, const std::string& name,
-                  const std::string& value) {
-  const auto isKnown = [&](const WordAttribute& attribute) { return attribute.name == name; };
-  if (std::none_of(attributes.begin(), attributes.end(), isKnown))
-    attributes.push_back({name, value});
-}
-
 }  // namespace
 
 bool isDialectFile(const SlfFile& file) {
@@ -54,8 +37,15 @@ bool isDialectFile(const SlfFile& file) {
 LinkFields::LinkFields(const SlfFile& file, WordLattice& lattice)
     : m_File(file),
       m_Lattice(lattice),
-      m_Keys(lattice.isDialect),
-      m_LogOfBase(logOfBase(file.header.base)) {
+      m_Keys(file, lattice.isDialect),
+      m_LogOfBase(logOfBase(file.header.base)),
+      m_Acoustic(scoreIndex("a")),
+      m_Language(scoreIndex("l")),
+      m_Pronunciation(scoreIndex("r")),
+      m_Total(scoreIndex(kTotalName)),
+      m_ScorePlace(m_Keys.scoreNames().size(), 0),
+      m_AttributePlace(m_Keys.attributeNames().size(), 0) {
+  lattice.scoreNames = m_Keys.scoreNames();
   lattice.scales = file.header.scales;
   lattice.scales.wordPenalty = rounded(lattice.scales.wordPenalty * m_LogOfBase);
 }
@@ -66,15 +56,45 @@ std::string LinkFields::fill(WordLink& link, const SlfRecord* record, const SlfR
   if (record) error = addFields(link, *record, false);
   if (error.empty()) error = addFields(link, node, true);
   if (link.word.text.empty()) link.word.text = kNullWord;
-  if (error.empty()) takeTotal(link);
-  return error;
+  if (!error.empty()) return error;
+  takeTotal(link);
+  std::sort(link.scores.begin(), link.scores.end(),
+            [](const NamedScore& a, const NamedScore& b) { return a.name < b.name; });
+  return "";
+}
+
+int LinkFields::scoreIndex(const std::string& name) const {
+  const std::vector<std::string>& names = m_Keys.scoreNames();
+  const auto found = std::lower_bound(names.begin(), names.end(), name);
+  return found != names.end() && *found == name ? static_cast<int>(found - names.begin())
+                                                : FieldMeaning::kNone;
+}
+
+void LinkFields::setScore(std::vector<NamedScore>& scores, int name, double value, bool isAdded) {
+  std::size_t& place = m_ScorePlace[slot(name)];
+  if (place >= scores.size() || scores[place].name != name) {
+    place = scores.size();
+    scores.push_back({name, value});
+  } else {
+    scores[place].value = isAdded ? rounded(scores[place].value + value) : value;
+  }
+}
+
+/// An attribute that a link has of its own stays.
+void LinkFields::addAttribute(std::vector<WordAttribute>& attributes, int index,
+                              const std::string& value) {
+  const std::string& name = m_Keys.attributeNames()[slot(index)];
+  std::size_t& place = m_AttributePlace[slot(index)];
+  if (place < attributes.size() && attributes[place].name == name) return;
+  place = attributes.size();
+  attributes.push_back({name, value});
 }
 
 std::string LinkFields::addFields(WordLink& link, const SlfRecord& record, bool isNode) {
   const bool hasWord = !link.word.text.empty();
   for (std::size_t i = 0; i < record.fieldCount; ++i) {
     const SlfField& field = m_File.fields[record.firstField + i];
-    FieldMeaning& meaning = m_Keys.of(field.key);
+    const FieldMeaning& meaning = m_Keys.of(field.key);
     std::string error;
     switch (meaning.kind) {
       case FieldMeaning::Kind::Word:
@@ -82,7 +102,7 @@ std::string LinkFields::addFields(WordLink& link, const SlfRecord& record, bool 
         break;
       case FieldMeaning::Kind::Variant: {
         const std::optional<double> variant = numberOfField(field.value);
-        addAttribute(link.word.attributes, meaning.attributeName,
+        addAttribute(link.word.attributes, meaning.attribute,
                      variant ? exactNumber(*variant) : decoded(field));
         break;
       }
@@ -110,7 +130,7 @@ void LinkFields::setWord(Word& word, const SlfField& field) const {
   word.xml = fragment.isXml ? field.value : std::string_view();
 }
 
-std::string LinkFields::addScore(WordLink& link, const SlfField& field, FieldMeaning& meaning,
+std::string LinkFields::addScore(WordLink& link, const SlfField& field, const FieldMeaning& meaning,
                                  bool isNode) {
   double value = 0.0;
   if (meaning.kind == FieldMeaning::Kind::LogScore) {
@@ -118,10 +138,10 @@ std::string LinkFields::addScore(WordLink& link, const SlfField& field, FieldMea
   } else if (const std::optional<double> number = numberOfField(field.value)) {
     value = *number;
   } else {
-    addAttribute(link.word.attributes, meaning.attributeName, decoded(field));
+    addAttribute(link.word.attributes, meaning.attribute, decoded(field));
     return "";
   }
-  setScore(link.scores, m_Keys.scoreOf(meaning, m_Lattice.scoreNames), value, isNode);
+  setScore(link.scores, meaning.score, value, isNode);
   return "";
 }
 
@@ -151,16 +171,13 @@ void LinkFields::takeTotal(WordLink& link) const {
   const ScoreScales& scales = m_Lattice.scales;
   double total = link.word.isNull() ? 0.0 : scales.wordPenalty;
   for (const NamedScore& score : link.scores) {
-    const std::string& name = m_Lattice.scoreNames[static_cast<std::size_t>(score.name)];
-    if (name == "a") total += scales.acoustic * score.value;
-    if (name == "l") total += scales.language * score.value;
-    if (name == "r") total += scales.pronunciation * score.value;
+    if (score.name == m_Acoustic) total += scales.acoustic * score.value;
+    if (score.name == m_Language) total += scales.language * score.value;
+    if (score.name == m_Pronunciation) total += scales.pronunciation * score.value;
   }
   link.total = rounded(total);
-  const auto own =
-      std::find_if(link.scores.begin(), link.scores.end(), [&](const NamedScore& score) {
-        return m_Lattice.scoreNames[static_cast<std::size_t>(score.name)] == kTotalName;
-      });
+  const auto own = std::find_if(link.scores.begin(), link.scores.end(),
+                                [&](const NamedScore& score) { return score.name == m_Total; });
   if (own == link.scores.end()) return;
   link.total = own->value;
   link.scores.erase(own);

@@ -23,8 +23,8 @@ bool isDialectFile(const SlfFile& file);
 /// link's own word counts more, and scores of the same name add up.
 class LinkFields {
  public:
-  /// Score names join those of `lattice`, whose scales and penalty make the totals. Both outlive
-  /// this object.
+  /// `lattice` gets the score names of the file, and the scales and penalty that make the totals.
+  /// Both outlive this object.
   LinkFields(const SlfFile& file, WordLattice& lattice);
 
   /// Gives `link` its word and scores from the fields of `record` (null: none) and of `node`.
@@ -33,15 +33,25 @@ class LinkFields {
 
  private:
   std::string addFields(WordLink& link, const SlfRecord& record, bool isNode);
-  std::string addScore(WordLink& link, const SlfField& field, FieldMeaning& meaning, bool isNode);
+  std::string addScore(WordLink& link, const SlfField& field, const FieldMeaning& meaning,
+                       bool isNode);
+  void setScore(std::vector<NamedScore>& scores, int name, double value, bool isAdded);
+  void addAttribute(std::vector<WordAttribute>& attributes, int index, const std::string& value);
   std::string logScore(const SlfField& field, double& value) const;
   void setWord(Word& word, const SlfField& field) const;
   void takeTotal(WordLink& link) const;
+  int scoreIndex(const std::string& name) const;
 
   const SlfFile& m_File;
   WordLattice& m_Lattice;
-  FieldKeys m_Keys;
+  const FieldKeys m_Keys;
   const double m_LogOfBase;  ///< factor from the file's logarithms to natural ones
+  const int m_Acoustic;      ///< index of "a" among the score names, or FieldMeaning::kNone
+  const int m_Language;
+  const int m_Pronunciation;
+  const int m_Total;
+  std::vector<std::size_t> m_ScorePlace;      ///< for each name, where a link last had it
+  std::vector<std::size_t> m_AttributePlace;  ///< the same for attributes
 };
 
 }  // namespace quorbel

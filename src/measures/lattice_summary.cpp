@@ -1,6 +1,8 @@
 #include "measures/lattice_summary.h"
 
 #include <algorithm>
+#include <map>
+#include <string_view>
 
 #include "lattice/htk_reader.h"
 #include "lattice/number_text.h"
@@ -29,25 +31,35 @@ std::string nodeText(const WordLattice& lattice, std::size_t index) {
                                              : " (" + std::to_string(inFile) + " in the file)");
 }
 
+/// The values that links have under one name.
+struct ScoreRange {
+  double lowest = 0.0;
+  double highest = 0.0;
+  std::size_t count = 0;
+
+  void see(double value) {
+    lowest = count == 0 ? value : std::min(lowest, value);
+    highest = count == 0 ? value : std::max(highest, value);
+    ++count;
+  }
+};
+
 std::string scoreRows(const WordLattice& lattice) {
+  std::map<std::string_view, ScoreRange> ranges;
+  std::vector<ScoreRange*> ownRanges;
+  for (const std::string& name : lattice.scoreNames) ownRanges.push_back(&ranges[name]);
+  ScoreRange& totals = ranges[kTotalName];
+  ScoreRange& posteriors = ranges[kPosteriorName];
+  for (const WordLink& link : lattice.links) {
+    totals.see(link.total);
+    posteriors.see(link.logPosterior);
+    for (const NamedScore& score : link.scores) ownRanges[slot(score.name)]->see(score.value);
+  }
   std::string rows;
   for (const std::string& name : scoreNamesOf(lattice)) {
-    double lowest = 0.0;
-    double highest = 0.0;
-    std::size_t count = 0;
-    const auto see = [&](double value) {
-      lowest = count == 0 ? value : std::min(lowest, value);
-      highest = count == 0 ? value : std::max(highest, value);
-      ++count;
-    };
-    for (const WordLink& link : lattice.links) {
-      if (name == kTotalName) see(link.total);
-      if (name == kPosteriorName) see(link.logPosterior);
-      for (const NamedScore& score : link.scores)
-        if (lattice.scoreNames[static_cast<std::size_t>(score.name)] == name) see(score.value);
-    }
-    rows += row("score " + name, formatNumber(lowest) + " to " + formatNumber(highest) + " on " +
-                                     std::to_string(count) + " links");
+    const ScoreRange& range = ranges[name];
+    rows += row("score " + name, formatNumber(range.lowest) + " to " + formatNumber(range.highest) +
+                                     " on " + std::to_string(range.count) + " links");
   }
   return rows;
 }

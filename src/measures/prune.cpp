@@ -44,16 +44,28 @@ Choice connected(const WordLattice& lattice, const Choice& choice) {
   return kept;
 }
 
-/// The links from the likeliest on.
-std::vector<std::size_t> likeliestFirst(const WordLattice& lattice) {
+/// The links from the likeliest on, of equally likely ones in the order of their ids. Sums of the
+/// same numbers in another order differ in their last digits: what differs by no more is equal.
+/// `best` is the total of the best path, which says how large such sums are.
+std::vector<std::size_t> likeliestFirst(const WordLattice& lattice, double best) {
+  constexpr double kNoise = 1e-12;
   std::vector<std::size_t> order(lattice.links.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
-  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-    const WordLink& first = lattice.links[a];
-    const WordLink& second = lattice.links[b];
-    return first.logPosterior != second.logPosterior ? first.logPosterior > second.logPosterior
-                                                     : first.id < second.id;
-  });
+  const auto posterior = [&](std::size_t link) { return lattice.links[link].logPosterior; };
+  std::sort(order.begin(), order.end(),
+            [&](std::size_t a, std::size_t b) { return posterior(a) > posterior(b); });
+  const auto byId = [&](std::size_t a, std::size_t b) {
+    return lattice.links[a].id < lattice.links[b].id;
+  };
+  for (std::size_t begin = 0, end = 0; begin < order.size(); begin = end) {
+    for (++end; end < order.size(); ++end) {
+      const double last = posterior(order[end - 1]);
+      const double noise = kNoise * std::max(1.0, std::fabs(best) + std::fabs(last));
+      if (last - posterior(order[end]) > noise) break;
+    }
+    std::sort(order.begin() + static_cast<std::ptrdiff_t>(begin),
+              order.begin() + static_cast<std::ptrdiff_t>(end), byId);
+  }
   return order;
 }
 
@@ -88,9 +100,9 @@ void keep(WordLattice& lattice, const Choice& choice) {
 
 std::string pruneToLinks(WordLattice& lattice, std::size_t count) {
   Choice best;
-  double ignored = 0.0;
-  if (std::string error = chooseBestPath(lattice, best, ignored); !error.empty()) return error;
-  const std::vector<std::size_t> order = likeliestFirst(lattice);
+  double total = 0.0;
+  if (std::string error = chooseBestPath(lattice, best, total); !error.empty()) return error;
+  const std::vector<std::size_t> order = likeliestFirst(lattice, total);
   const auto withLikeliest = [&](std::size_t number) {
     Choice choice = best;
     for (std::size_t i = 0; i < number; ++i) choice[order[i]] = true;

@@ -9,10 +9,11 @@
 namespace quorbel {
 
 /// Keeps at most `count` links of an acyclic lattice: those of the highest posteriors, of equal
-/// ones those with the lowest ids, and the best path. Of as many as possible, that is: links that
-/// then lie on no path from start to end go again, and their places are given to the next; what
-/// stays is what the best path and the K likeliest links leave, for the largest K for which that is
-/// no more than `count`. A best path that is longer than `count` stays alone.
+/// ones (but for the last digits, which depend on the order of sums) those with the lowest ids, and
+/// the best path. Of as many as possible, that is: links that then lie on no path from start to end
+/// go again, and their places are given to the next; what stays is what the best path and the K
+/// likeliest links leave, for the largest K for which that is no more than `count`. A best path
+/// that is longer than `count` stays alone.
 ///
 /// Every link that stays lies on a path from start to end and keeps its id; nodes without links go,
 /// the others are numbered anew in the same order. Posteriors become those of the smaller lattice.

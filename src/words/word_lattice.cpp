@@ -34,11 +34,16 @@ std::optional<std::vector<double>> scoresNamed(const WordLattice& lattice,
     return values;
   }
   const auto found = std::find(lattice.scoreNames.begin(), lattice.scoreNames.end(), name);
-  if (found == lattice.scoreNames.end()) return std::nullopt;
   const int index = static_cast<int>(found - lattice.scoreNames.begin());
-  for (std::size_t i = 0; i < values.size(); ++i)
-    for (const NamedScore& score : lattice.links[i].scores)
-      if (score.name == index) values[i] = score.value;
+  bool isUsed = false;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    for (const NamedScore& score : lattice.links[i].scores) {
+      if (score.name != index) continue;
+      values[i] = score.value;
+      isUsed = true;
+    }
+  }
+  if (!isUsed) return std::nullopt;
   return values;
 }
 

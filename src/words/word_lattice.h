@@ -47,7 +47,8 @@ struct WordLink {
   int start = 0;  ///< index of the node it leaves
   int end = 0;    ///< index of the node it enters
   Word word;
-  std::vector<NamedScore> scores;  ///< log likelihoods, natural where `base` says what they are
+  std::vector<NamedScore> scores;  ///< one of a name, in the order of `name`; log likelihoods,
+                                   ///< natural where `base` says what they are
   double total = 0.0;              ///< the score by which the recogniser ranks paths, natural log
   double logPosterior = 0.0;       ///< natural log; only in an acyclic lattice, see posteriors.h
 };
@@ -66,7 +67,7 @@ struct WordLattice {
   bool isDialect = false;  ///< the file had its words as XML fragments already
   bool hasTimes = true;    ///< the file had times; otherwise depths stand for them
   bool isCyclic = false;
-  std::vector<std::string> scoreNames;  ///< each is a name that the viewer shows as a score
+  std::vector<std::string> scoreNames;  ///< in byte order; each is one that the viewer can show
   std::vector<WordNode> nodes;          ///< at least one
   std::vector<WordLink> links;
 };
