@@ -30,6 +30,7 @@ class Normalising {
 
   std::string makeNodes();
   std::string makeLinks();
+  std::vector<std::size_t> nodeSizes() const;
   std::vector<int> endPoints(const std::optional<int>& given, const std::vector<char>& hasLinks,
                              const std::vector<char>& hasOtherLinks, int otherwise) const;
   std::string join();
@@ -83,7 +84,25 @@ std::string Normalising::makeNodes() {
   return "";
 }
 
+/// How many bytes of fields each node has.
+std::vector<std::size_t> Normalising::nodeSizes() const {
+  std::vector<std::size_t> sizes(m_File.nodes.size(), 0);
+  for (const SlfRecord& node : m_File.nodes)
+    for (std::size_t i = 0; i < node.fieldCount; ++i) {
+      const SlfField& field = m_File.fields[node.firstField + i];
+      sizes[slot(node.id)] += field.key.size() + field.value.size();
+    }
+  return sizes;
+}
+
 std::string Normalising::makeLinks() {
+  // Every link says what the node says that it enters: a long line about a node that thousands of
+  // links enter would fill any memory.
+  constexpr std::size_t kMostTakenOver = std::size_t{16} << 20u;
+  constexpr std::size_t kMostTimes = 16;
+  const std::size_t mostTakenOver = std::max(kMostTakenOver, kMostTimes * m_File.bytes.size());
+  const std::vector<std::size_t> sizes = nodeSizes();
+  std::size_t takenOver = 0;
   m_Lattice.links.reserve(m_File.links.size() + 2);
   m_IsEntered.assign(m_File.nodes.size(), false);
   m_IsLeft.assign(m_File.nodes.size(), false);
@@ -95,6 +114,10 @@ std::string Normalising::makeLinks() {
     link.end = record.end;
     m_IsLeft[slot(record.start)] = true;
     m_IsEntered[slot(record.end)] = true;
+    takenOver += sizes[slot(record.end)];
+    if (takenOver > mostTakenOver)
+      return "line " + std::to_string(record.line) +
+             ": with this link, what nodes say is too much for all links that enter them";
     std::string error = m_LinkFields.fill(link, &record, m_File.nodes[slot(record.end)]);
     if (!error.empty()) return error;
     if (record.id >= m_NextId) highestIdLine = record.line;

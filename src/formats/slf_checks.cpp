@@ -1,7 +1,6 @@
 #include "formats/slf_checks.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 namespace quorbel {
 namespace {
@@ -19,7 +18,7 @@ std::string checkNode(const SlfHeader& header, int node, int line, const std::st
   return atLine(line, what + " node " + std::to_string(node) + ", but " + nodeRange(header));
 }
 
-/// Each node must be there once. Memory for them is taken only for as many as there are lines.
+/// Each node must be there. Memory for them is taken only for as many as there are lines.
 std::string placeNodes(SlfFile& file, const std::vector<SlfRecord>& nodes, int lastLine) {
   const std::size_t count = static_cast<std::size_t>(*file.header.nodeCount);
   file.nodes.assign(std::min(count, nodes.size() + 1), SlfRecord());
@@ -29,11 +28,7 @@ std::string placeNodes(SlfFile& file, const std::vector<SlfRecord>& nodes, int l
                     "node " + std::to_string(node.id) + ", but " + nodeRange(file.header));
     const std::size_t index = static_cast<std::size_t>(node.id);
     if (index >= file.nodes.size()) continue;  // one of lower index is missing
-    SlfRecord& known = file.nodes[index];
-    if (known.line != 0)
-      return atLine(node.line, "node " + std::to_string(node.id) + " was given before, on line " +
-                                   std::to_string(known.line));
-    known = node;
+    file.nodes[index] = node;
   }
   for (std::size_t index = 0; index < file.nodes.size(); ++index)
     if (file.nodes[index].line == 0)
@@ -44,14 +39,8 @@ std::string placeNodes(SlfFile& file, const std::vector<SlfRecord>& nodes, int l
 
 std::string checkLinks(const SlfFile& file) {
   const SlfHeader& header = file.header;
-  std::unordered_map<int, int> lineOf;
-  lineOf.reserve(file.links.size());
   for (const SlfRecord& link : file.links) {
     const std::string name = "link " + std::to_string(link.id);
-    const auto [known, isNew] = lineOf.emplace(link.id, link.line);
-    if (!isNew)
-      return atLine(link.line,
-                    name + " was given before, on line " + std::to_string(known->second));
     std::string error = checkNode(header, link.start, link.line, name + " leaves");
     if (error.empty()) error = checkNode(header, link.end, link.line, name + " enters");
     if (!error.empty()) return error;

@@ -9,7 +9,7 @@
 
 namespace quorbel {
 
-/// Puts `nodes`, which come in the order of the file, into `file.nodes` by their index, and checks
+/// Puts `nodes`, which come in the order of the file and none of them twice, into `file.nodes` by their index, and checks
 /// what parseSlf promises of nodes, links and header. `lastLine` is the number of the file's last
 /// line.
 ///

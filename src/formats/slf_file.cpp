@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <unordered_map>
 #include <utility>
 
 #include "formats/slf_checks.h"
@@ -34,8 +35,9 @@ class SlfReading {
   std::string takeInteger(const SlfToken& token, int& number) const;
   std::string takeNumber(const SlfToken& token, double& number) const;
   std::string takeCount(const SlfToken& token, std::optional<int>& count) const;
-  void addField(SlfToken& token);
+  std::string addField(SlfToken& token);
   std::string endRecord();
+  std::string takeId(std::unordered_map<int, int>& lineOf, const std::string& name) const;
 
   SlfFile& m_File;
   int m_Line = 0;
@@ -47,6 +49,8 @@ class SlfReading {
   std::string m_IgnoredText;
   std::string* m_Text = nullptr;  ///< a text of the header that further words of the line belong to
   std::vector<SlfRecord> m_Nodes;  ///< in the order of the file
+  std::unordered_map<int, int> m_LineOfNode;
+  std::unordered_map<int, int> m_LineOfLink;
 };
 
 std::string SlfReading::read() {
@@ -132,8 +136,7 @@ std::string SlfReading::take(SlfToken& token) {
     return std::string(token.key) + "=" + excerpt(token.value) + " makes node " +
            std::to_string(m_Record.id) +
            " stand for a sub-lattice (SUBLAT), and these are not supported";
-  addField(token);
-  return "";
+  return addField(token);
 }
 
 std::string SlfReading::takeHeader(const SlfToken& token) {
@@ -216,7 +219,10 @@ std::string SlfReading::takeCount(const SlfToken& token, std::optional<int>& cou
   return takeInteger(token, count.emplace());
 }
 
-void SlfReading::addField(SlfToken& token) {
+std::string SlfReading::addField(SlfToken& token) {
+  constexpr std::size_t kMostFields = 1000000;
+  if (m_File.fields.size() - m_Record.firstField == kMostFields)
+    return "more than " + std::to_string(kMostFields) + " fields, which is beyond any lattice";
   SlfField field;
   field.key = token.key;
   field.value = token.value;
@@ -227,6 +233,14 @@ void SlfReading::addField(SlfToken& token) {
     m_File.fragmentWords.push_back(std::move(token.fragmentWord));
   }
   m_File.fields.push_back(field);
+  return "";
+}
+
+/// Refuses a node or link that was there before: a second one is no more to be stored.
+std::string SlfReading::takeId(std::unordered_map<int, int>& lineOf,
+                               const std::string& name) const {
+  const auto [known, isNew] = lineOf.emplace(m_Record.id, m_Line);
+  return isNew ? "" : name + " was given before, on line " + std::to_string(known->second);
 }
 
 std::string SlfReading::endRecord() {
@@ -234,13 +248,13 @@ std::string SlfReading::endRecord() {
   m_Record.fieldCount = m_File.fields.size() - m_Record.firstField;
   if (m_Type == Record::Node) {
     m_Nodes.push_back(m_Record);
-    return "";
+    return takeId(m_LineOfNode, "node " + std::to_string(m_Record.id));
   }
   const std::string link = "link " + std::to_string(m_Record.id);
   if (!m_HasStart) return link + " has no start node (S=)";
   if (!m_HasEnd) return link + " has no end node (E=)";
   m_File.links.push_back(m_Record);
-  return "";
+  return takeId(m_LineOfLink, link);
 }
 
 }  // namespace

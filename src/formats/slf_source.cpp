@@ -2,6 +2,7 @@
 
 #include <zlib.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <memory>
@@ -9,7 +10,8 @@
 namespace quorbel {
 namespace {
 
-constexpr std::size_t kMostBytes = std::size_t{1} << 30u;
+/// Several million links; what goes on beyond is no lattice, and may have been a small file.
+constexpr std::size_t kMostBytes = std::size_t{256} << 20u;
 
 /// What zlib says about a file that it could not read on.
 std::string reasonOf(gzFile file) {
@@ -33,8 +35,8 @@ std::string readWholeFile(const std::string& path, std::string& bytes, bool& isC
 
   bytes.clear();
   for (std::size_t used = 0;;) {
-    if (used > kMostBytes) return "more than 1 GiB of text";
-    if (bytes.size() < used + kStep) bytes.resize(2 * used + kStep);
+    if (used > kMostBytes) return "more than 256 MiB of text, which is beyond any lattice";
+    if (bytes.size() < used + kStep) bytes.resize(std::min(2 * used, kMostBytes) + kStep);
     const int count = gzread(file.get(), &bytes[used], kStep);
     if (count < 0) return reasonOf(file.get());
     used += static_cast<std::size_t>(count);

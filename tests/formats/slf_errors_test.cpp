@@ -81,6 +81,32 @@ TEST(SlfErrors, NameTheLineAndTheReason) {
   for (const Case& wrong : cases) EXPECT_EQ(errorOf(wrong.text), wrong.error) << wrong.text;
 }
 
+TEST(SlfErrors, ComeWithTheLineThatIsTheFirstTooMuch) {
+  // Of a node or link that comes again, before anything else is looked at.
+  EXPECT_EQ(errorOf("N=9\nI=0\nI=0\nI=1 nonsense\n"), "line 3: node 0 was given before, on line 2");
+  EXPECT_EQ(errorOf("J=7 S=8 E=9\nJ=7 S=8 E=9\nnonsense\n"),
+            "line 2: link 7 was given before, on line 1");
+
+  std::string fields = "N=1\nI=0";
+  for (int i = 0; i < 1000000; ++i) fields += " a=1";
+  EXPECT_EQ(errorOf(fields + "\n"), "");
+  EXPECT_EQ(errorOf(fields + " a=1\n"),
+            "line 2: more than 1000000 fields, which is beyond any lattice");
+}
+
+TEST(SlfErrors, SayWhereNodesSayTooMuchForTheLinksThatEnterThem) {
+  constexpr std::size_t kMostBytes = std::size_t{16} << 20u;
+  constexpr std::size_t kLinks = 4096;
+  const auto latticeOf = [&](std::size_t size) {
+    std::string text = "N=2\nI=0\nI=1 W=" + std::string(size - 1, 'w') + "\n";
+    for (std::size_t i = 0; i < kLinks; ++i) text += "J=" + std::to_string(i) + " S=0 E=1\n";
+    return text;
+  };
+  EXPECT_EQ(errorOf(latticeOf(kMostBytes / kLinks)), "");
+  EXPECT_EQ(errorOf(latticeOf(kMostBytes / kLinks + 1)),
+            "line 4099: with this link, what nodes say is too much for all links that enter them");
+}
+
 TEST(SlfErrors, AreNoneWhereAFormIsOnlyUnusual) {
   const std::vector<std::string> texts = {
       kNodes,                                          // no number of links

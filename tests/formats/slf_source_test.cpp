@@ -54,6 +54,18 @@ TEST_F(SlfSource, ReadsFilesOfAnyLength) {
   }
 }
 
+TEST_F(SlfSource, RefusesWhatBecomesMoreThan256MiB) {
+  const std::string step(std::size_t{1} << 20u, '#');
+  gzFile file = gzopen("bomb.gz", "wb1");
+  ASSERT_NE(file, nullptr);
+  for (int i = 0; i < 257; ++i)
+    ASSERT_EQ(gzwrite(file, step.data(), static_cast<unsigned>(step.size())),
+              static_cast<int>(step.size()));
+  ASSERT_EQ(gzclose(file), Z_OK);
+  ASSERT_LT(std::filesystem::file_size("bomb.gz"), std::size_t{4} << 20u);
+  EXPECT_EQ(read("bomb.gz"), "error: more than 256 MiB of text, which is beyond any lattice");
+}
+
 TEST_F(SlfSource, RefusesCompressedDataThatAreCutShort) {
   writeCompressed("whole.gz", kLattice);
   const std::string whole = textOf("whole.gz");

@@ -111,13 +111,14 @@ TEST(Prune, KeepsTheLikeliestLinksThatFit) {
 }
 
 TEST(Prune, TakesTheLowerIdWhereOnlyRoundingTellsLinksApart) {
-  // 0.1 + 0.2 is not quite 0.3 to a computer.
+  // To a computer 1000.004 + 2000.207 is not quite 3000.211.
   for (const auto& [direct, first, kept] :
        {std::tuple<int, int, std::set<int>>{9, 1, {0, 1, 2}}, {1, 5, {0, 1}}}) {
     WordLattice lattice;
-    readText("N=3 L=4\nI=0 t=0\nI=1 t=1\nI=2 t=2\nJ=0 S=0 E=2 W=best a=-0.01\nJ=" +
-                 std::to_string(direct) + " S=0 E=2 W=c a=-0.3\nJ=" + std::to_string(first) +
-                 " S=0 E=1 W=a a=-0.1\nJ=" + std::to_string(first + 1) + " S=1 E=2 W=b a=-0.2\n",
+    readText("N=3 L=4\nI=0 t=0\nI=1 t=1\nI=2 t=2\nJ=0 S=0 E=2 W=best a=-3000\nJ=" +
+                 std::to_string(direct) + " S=0 E=2 W=c a=-3000.211\nJ=" + std::to_string(first) +
+                 " S=0 E=1 W=a a=-1000.004\nJ=" + std::to_string(first + 1) +
+                 " S=1 E=2 W=b a=-2000.207\n",
              lattice);
     ASSERT_EQ(pruneToLinks(lattice, 3), "");
     EXPECT_EQ(idsOf(lattice), kept);
