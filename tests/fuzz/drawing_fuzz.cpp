@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "drawing/description.h"
-#include "layout/dot_statements.h"
+#include "layout/dot_record.h"
 #include "layout/label_lines.h"
 #include "quiet.h"
 #include "words/word_text.h"
@@ -22,12 +22,12 @@ void describe(const std::string& label) {
   lattice.links.resize(1);
   lattice.links[0].end = 1;
   const std::string description = descriptionOf(lattice, {label}, DrawingMarks());
-  const std::string link = "\n0 -> 1 [";
-  std::size_t pos = description.find(link) + link.size();
-  const DotAttributes attributes = takeDotAttributes(description, pos);
+  std::size_t pos = description.find("\n0 -> 1 [");
+  const DotRecord link = takeDotRecord(description, pos);
   insist(description.substr(pos) == "];\n}\n");
-  insist(attributes.size() == 2 && attributes.at("color") == "black");
-  const auto lines = labelLines(withInnerQuotes(attributes.at("label")), {});
+  insist(link.kind == DotRecord::Kind::Edge && link.name == "0" && link.head == "1");
+  insist(link.attributes.size() == 2 && link.attributes.at("color") == "black");
+  const auto lines = labelLines(link.attributes.at("label"), {});
   insist(lines.size() == (label.empty() ? 0 : 1));
   if (!label.empty()) insist(lines[0].text == withControlPictures(inUtf8(label)));
 }
