@@ -10,12 +10,13 @@
 #include <cstring>
 #include <fstream>
 
+#include "layout/dot_failure.h"
 #include "layout/ending_signals.h"
 
 namespace quorbel {
 namespace {
 
-constexpr int kNotFound = 127;  ///< a shell's exit status for a program that is not there
+constexpr int kNotFound = 127;  ///< as a shell's exit status, which dotFailure knows
 
 volatile sig_atomic_t runningDot = 0;
 volatile sig_atomic_t caughtSignal = 0;
@@ -56,10 +57,6 @@ pid_t start(const char* const* arguments, const char* logFile) {
   return process;
 }
 
-std::string endedBy(int signalNumber) {
-  return std::string("dot was ended by a signal (") + strsignal(signalNumber) + ")";
-}
-
 std::string firstLineOf(const std::string& file) {
   std::ifstream stream(file);
   std::string line;
@@ -94,20 +91,16 @@ std::string runDot(const SignalsEndDot&, const std::string& format, const std::s
   const std::array<const char*, 6> arguments = {"dot",          formatOption.c_str(), "-o",
                                                 output.c_str(), description.c_str(),  nullptr};
   const pid_t process = start(arguments.data(), logFile.c_str());
-  if (process == 0) return endedBy(caughtSignal);
+  if (process == 0) return dotEndedBy(caughtSignal);
   if (process < 0) return std::string("dot could not be started: ") + std::strerror(errno);
   int status = 0;
   while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
   }
   runningDot = 0;
-  if (WIFSIGNALED(status)) return endedBy(WTERMSIG(status));
-  if (WEXITSTATUS(status) == kNotFound)
-    return "the program \"dot\" was not found; it belongs to Graphviz, install the package "
-           "\"graphviz\"";
-  if (WEXITSTATUS(status) == 0) return "";
-  const std::string reason = firstLineOf(logFile);
-  return "dot failed with status " + std::to_string(WEXITSTATUS(status)) +
-         (reason.empty() ? "" : ": " + reason);
+  const std::string failure = dotFailure(status);
+  const bool mayHaveSaidWhy = WIFEXITED(status) && WEXITSTATUS(status) != 0;
+  const std::string reason = mayHaveSaidWhy ? firstLineOf(logFile) : "";
+  return failure + (reason.empty() ? "" : ": " + reason);
 }
 
 }  // namespace quorbel

@@ -6,6 +6,10 @@
 
 namespace quorbel {
 
+std::string dotEndedBy(int signal) {
+  return std::string("dot was ended by a signal (") + strsignal(signal) + ")";
+}
+
 std::string dotFailure(int status) {
   constexpr int kNotFound = 127;       // what a shell says of a program that is not there
   constexpr int kEndedBySignal = 128;  // and, plus the signal, of one that did not end by itself
@@ -15,7 +19,7 @@ std::string dotFailure(int status) {
     return "the program \"dot\" was not found; it belongs to Graphviz, install the package "
            "\"graphviz\"";
   const int signal = WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status) - kEndedBySignal;
-  if (signal > 0) return std::string("dot was ended by a signal (") + strsignal(signal) + ")";
+  if (signal > 0) return dotEndedBy(signal);
   return "dot failed with status " + std::to_string(WEXITSTATUS(status));
 }
 

@@ -166,6 +166,13 @@ class DrawingTest(ToolTest):
         self.stand_in("#!/bin/sh\nkill -9 $$\n")
         self.assertEqual("dot was ended by a signal (Killed)",
                          self.fails("draw", "talk.slf", "out.png"))
+        self.stand_in("#!/bin/sh\nexit 143\n")  # of a shell whose own dot was ended
+        self.assertEqual("dot was ended by a signal (Terminated)",
+                         self.fails("draw", "talk.slf", "out.png"))
+        self.stand_in("#!/bin/sh\necho 'dot: a library is missing' >&2\nexit 127\n")
+        self.assertEqual('the program "dot" was not found; it belongs to Graphviz, install the '
+                         'package "graphviz": dot: a library is missing',
+                         self.fails("draw", "talk.slf", "out.png"))
         self.stand_in("#!/bin/sh\nexit 0\n")
         self.assertEqual("dot made no drawing", self.fails("draw", "talk.slf", "out.png"))
         self.assertEqual("dot made no drawing", self.fails("draw", "talk.slf", "out.dia"))
