@@ -3,20 +3,14 @@
 #include <algorithm>
 
 #include "lattice/number_text.h"
+#include "layout/dot_names.h"
 #include "layout/dot_record.h"
 
 namespace quorbel {
 namespace {
 
-constexpr const char* kWhiteSpace = " \t\r\n";
 constexpr double kPointsPerInch = 72.0;
 constexpr double kFarthest = 1e9;  ///< layout points
-
-std::string_view trimmed(std::string_view text) {
-  const std::size_t begin = std::min(text.find_first_not_of(kWhiteSpace), text.size());
-  const std::size_t end = text.find_last_not_of(kWhiteSpace) + 1;
-  return text.substr(begin, std::max(begin, end) - begin);
-}
 
 double number(std::string_view text) {
   return std::clamp(parseDouble(text), -kFarthest, kFarthest);
@@ -40,7 +34,7 @@ LayoutPoint point(std::string_view text) {
 DrawnSpline spline(std::string_view text) {
   DrawnSpline spline;
   while (!text.empty()) {
-    const std::string_view part = takePart(text, kWhiteSpace);
+    const std::string_view part = takePart(text, kDotWhiteSpace);
     if (part.empty()) continue;
     if (part.substr(0, 2) == "e,") {
       spline.endTip = point(part.substr(2));
@@ -95,9 +89,9 @@ std::optional<DotDrawing> DrawingReader::read() {
   constexpr std::string_view kKeyword = "digraph";
   std::size_t pos = m_Text.find('{');
   if (pos == std::string_view::npos) return std::nullopt;
-  const std::string_view title = trimmed(m_Text.substr(0, pos));
+  const std::string_view title = withoutMargins(m_Text.substr(0, pos));
   if (title.substr(0, kKeyword.size()) != kKeyword) return std::nullopt;
-  m_Name = trimmed(title.substr(kKeyword.size()));
+  m_Name = withoutMargins(title.substr(kKeyword.size()));
 
   while (true) {
     const std::size_t begin = pos + 1;

@@ -9,13 +9,6 @@
 namespace quorbel {
 namespace {
 
-std::string_view withoutMargins(std::string_view text) {
-  constexpr std::string_view kMargins = " \t\r\n";
-  const std::size_t begin = std::min(text.find_first_not_of(kMargins), text.size());
-  const std::size_t end = text.find_last_not_of(kMargins) + 1;
-  return text.substr(begin, std::max(begin, end) - begin);
-}
-
 /// Takes the value in quotes that begins at `pos`. Inside them a backslash takes the next character
 /// with it; at the end of a line it only wraps the value.
 std::string takeQuotedValue(std::string_view text, std::size_t& pos) {
