@@ -148,7 +148,7 @@ std::string LinkFields::addScore(WordLink& link, const SlfField& field, const Fi
 /// A log likelihood in natural logarithms.
 std::string LinkFields::logScore(const SlfField& field, double& value) const {
   const auto isNo = [&](const char* what) {
-    return std::string(field.key) + "=" + drawableText(decoded(field)) + " is no " + what;
+    return std::string(field.key) + "=" + excerpt(decoded(field)) + " is no " + what;
   };
   const bool isProbability = m_File.header.base == 0.0;
   if (!isProbability && isMinusInfinity(field.value)) {

@@ -9,6 +9,7 @@
 #include "measures/node_order.h"
 #include "measures/posteriors.h"
 #include "words/decimal.h"
+#include "words/word_text.h"
 
 namespace quorbel {
 namespace {
@@ -76,7 +77,7 @@ std::string Normalising::makeNodes() {
       const std::optional<double> time = numberOfField(field.value);
       if (!time)
         return "line " + std::to_string(node.line) + ": " + std::string(field.key) + "=" +
-               std::string(field.value) + " is no time";
+               excerpt(field.value) + " is no time";
       const double scale = m_File.header.timeScale;
       m_Times[slot(node.id)] = scale == 1.0 ? *time : rounded(*time * scale);
     }

@@ -18,6 +18,10 @@ struct Case {
 /// Two nodes and no links, for cases to add to.
 const std::string kNodes = "N=2\nI=0 t=0\nI=1 t=1\n";
 
+/// A value too long to be shown as a whole.
+const std::string kLong(41, 'x');
+const std::string kLongAsShown = std::string(40, 'x') + "...";
+
 TEST(SlfErrors, NameTheLineAndTheReason) {
   const std::vector<Case> cases = {
       {"", "line 1: the file ends without the number of nodes (N= or NODES=)"},
@@ -34,6 +38,7 @@ TEST(SlfErrors, NameTheLineAndTheReason) {
       {"N=2\nI=0\nI=1\n\nI=0\n", "line 5: node 0 was given before, on line 2"},
       {"N=1\nI=0 t=now\n", "line 2: t=now is no time"},
       {"N=1\nI=0 t=nan\n", "line 2: t=nan is no time"},
+      {"N=1\nI=0 t=" + kLong + "\n", "line 2: t=" + kLongAsShown + " is no time"},
       {kNodes + "J=0 S=0 E=1\nJ=1 S=0 E=1\nJ=0 S=0 E=1\n",
        "line 6: link 0 was given before, on line 4"},
       {kNodes + "J=0 E=1\n", "line 4: link 0 has no start node (S=)"},
@@ -52,6 +57,7 @@ TEST(SlfErrors, NameTheLineAndTheReason) {
       {kNodes + "end=7\n", "line 4: end= node 7, but nodes are 0 to 1"},
       {kNodes + "J=0 S=0 E=1 a=loud\n", "line 4: a=loud is no number"},
       {kNodes + "J=0 S=0 E=1 a=1e999\n", "line 4: a=1e999 is no number"},
+      {kNodes + "J=0 S=0 E=1 a=" + kLong + "\n", "line 4: a=" + kLongAsShown + " is no number"},
       {"N=2\nI=0\nI=1 acoustic=x\nJ=0 S=0 E=1\n", "line 3: acoustic=x is no number"},
       {kNodes + "J=0 S=0 E=1 W=a word\n", "line 4: \"word\" is no field KEY=VALUE"},
       {kNodes + "J=0 S=0 E=1 W=\"a word\n",
