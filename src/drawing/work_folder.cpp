@@ -18,7 +18,10 @@ constexpr mode_t kNobodyElse = 077;
 
 WorkFolder::WorkFolder() : m_UmaskBefore(umask(kNobodyElse)) {
   const char* given = std::getenv("TMPDIR");
-  const std::filesystem::path parent = given && *given ? given : "/tmp";
+  // Absolute, since `dot` would take a name that begins with "-" for an option.
+  std::error_code ignored;  // where there is no working directory, nothing can be made in it
+  const std::filesystem::path parent =
+      std::filesystem::absolute(given && *given ? given : "/tmp", ignored);
   std::string pattern = (parent / "quorbel-lattice-XXXXXX").string();
   if (mkdtemp(pattern.data()))
     m_Path = pattern;

@@ -151,6 +151,13 @@ class DrawingTest(ToolTest):
         self.assertEqual("no folder for work files in /none: No such file or directory",
                          self.fails("draw", "talk.slf", "out.png"))
 
+    def test_work_files_may_lie_in_a_folder_named_like_an_option(self):
+        folder = self.folder / "-x"
+        folder.mkdir()
+        self.environment["TMPDIR"] = "-x"
+        self.assertIn("today", self.draw())
+        self.assertEqual([], list(folder.iterdir()))
+
     def test_says_when_dot_is_missing(self):
         self.environment["PATH"] = str(self.folder)
         self.assertEqual('the program "dot" was not found; it belongs to Graphviz, install the '
