@@ -37,9 +37,14 @@ std::string textContent(const xmlNode* node) {
   return content ? xmlText(content.get()) : "";
 }
 
+const xmlNode* firstElement(const xmlNode* node) {
+  while (node && node->type != XML_ELEMENT_NODE) node = node->next;
+  return node;
+}
+
 /// The attribute "exact" of the first element, "" without one.
 std::string exactWord(const xmlNode* node) {
-  while (node && node->type != XML_ELEMENT_NODE) node = node->next;
+  node = firstElement(node);
   if (!node) return "";
   for (const xmlAttr* attribute = node->properties; attribute; attribute = attribute->next)
     if (std::string_view(xmlText(attribute->name)) == kExact)
@@ -102,8 +107,10 @@ std::optional<std::string> wordOfFragment(std::string_view fragment) {
   std::string word = exactWord(root->children);
   if (word.empty()) word = firstAttributeValue(root->children);
   if (word.empty()) word = trimmed(textContent(root));
-  if (word.empty()) return std::nullopt;
-  return word;
+  if (!word.empty()) return word;
+  const xmlNode* element = firstElement(root->children);
+  if (!element || !element->properties) return std::nullopt;
+  return kNullWord;  // as in <w in='' out='x'/>
 }
 
 void appendFragment(std::string& line, const Word& word) {

@@ -16,7 +16,8 @@ namespace quorbel {
 bool isFreeAttribute(std::string_view name);
 
 /// The word that an XML fragment is: its element's attribute "exact" or the first attribute in it,
-/// else its text without white space at the ends. None for what is no XML ("<s>"), or has neither.
+/// else its text without white space at the ends, else, where its element has an attribute that is
+/// empty, kNullWord. None for what is no XML ("<s>"), or has none of these.
 std::optional<std::string> wordOfFragment(std::string_view fragment);
 
 /// The XML fragment for a word: its own one, or an element <w> whose first attribute "in" is the

@@ -19,6 +19,9 @@ TEST(DialectWord, IsTheExactTheFirstAttributeOrTheText) {
         {"<w> text <b>and</b> more </w>", "text and more"},
         {"<w>hi</w> <x>1</x>", "hi 1"},
         {"<w in='a'/>>> x <b/> c=1", "a"},
+        {"<w in=''/>", "!NULL"},
+        {"<w in='' out='gut'/>", "!NULL"},
+        {"<w in=''>text</w>", "text"},
         {"<w in='R&amp;D &lt;'/>", "R&D <"}})
     EXPECT_EQ(wordOfFragment(fragment), word) << fragment;
 }
