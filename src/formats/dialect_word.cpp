@@ -94,6 +94,20 @@ bool isFreeAttribute(std::string_view name) {
   return name != "in" && name != "out" && name != kExact && name.substr(0, 3) != "xml";
 }
 
+bool hasTooManyAttributes(std::string_view fragment) {
+  if (!looksLikeXml(fragment)) return false;
+  int count = 0;
+  for (std::size_t i = 0; i < fragment.size(); ++i) {
+    if (fragment[i] == '<') count = 0;
+    if (fragment[i] != '=') continue;
+    const std::size_t value = fragment.find_first_not_of(" \t", i + 1);
+    if (value == std::string_view::npos) break;
+    const bool isQuoted = fragment[value] == '"' || fragment[value] == '\'';
+    if (isQuoted && ++count > kMostWordAttributes) return true;
+  }
+  return false;
+}
+
 std::optional<std::string> wordOfFragment(std::string_view fragment) {
   if (!looksLikeXml(fragment)) return std::nullopt;
   // A fragment may have several elements, a document only one.

@@ -15,6 +15,13 @@ namespace quorbel {
 /// cannot.
 bool isFreeAttribute(std::string_view name);
 
+/// More attributes than any recogniser gives a word. The time that reading an element takes grows
+/// with the square of their number: a line of 1 MB would take more than ten seconds.
+constexpr int kMostWordAttributes = 1000;
+
+/// Whether an element of what may be an XML fragment has more attributes than that.
+bool hasTooManyAttributes(std::string_view fragment);
+
 /// The word that an XML fragment is: its element's attribute "exact" or the first attribute in it,
 /// else its text without white space at the ends, else, where its element has an attribute that is
 /// empty, kNullWord. None for what is no XML ("<s>"), or has none of these.

@@ -71,7 +71,10 @@ bool SlfLine::takeValue(SlfToken& token, std::string& error) {
     if (isQuoted || (!isKey && begin < m_Text.size() && m_Text[begin] != '#')) m_Pos = begin;
   }
   const char first = m_Pos < m_Text.size() ? m_Text[m_Pos] : ' ';
-  if (first == '<' && token.meaning == ReaderKey::Word && takeFragment(token)) return true;
+  if (first == '<' && token.meaning == ReaderKey::Word) {
+    if (takeFragment(token, error)) return true;
+    if (!error.empty()) return false;
+  }
   if (first == '"' || first == '\'') {
     if (takeQuoted(token, error)) return true;
     if (!error.empty()) return false;
@@ -80,12 +83,17 @@ bool SlfLine::takeValue(SlfToken& token, std::string& error) {
   return true;
 }
 
-bool SlfLine::takeFragment(SlfToken& token) {
+bool SlfLine::takeFragment(SlfToken& token, std::string& error) {
   if (m_HadFragment) return false;
   m_HadFragment = true;
   const std::optional<std::size_t> end = fragmentEnd(m_Text, m_Pos);
   if (!end) return false;
   const std::string_view fragment = m_Text.substr(m_Pos, *end - m_Pos);
+  if (hasTooManyAttributes(fragment)) {
+    error = "the word " + excerpt(fragment) + " has more than " +
+            std::to_string(kMostWordAttributes) + " attributes in one element";
+    return false;
+  }
   std::optional<std::string> word = wordOfFragment(fragment);
   if (!word && (m_Pos + fragment.size() <= plainEnd(m_Pos) || isFieldBehindWord())) return false;
   // A fragment that more brackets close than open would swallow what is written behind it.

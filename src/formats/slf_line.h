@@ -48,7 +48,7 @@ class SlfLine {
  private:
   bool takeKey(SlfToken& token, std::string& error);
   bool takeValue(SlfToken& token, std::string& error);
-  bool takeFragment(SlfToken& token);
+  bool takeFragment(SlfToken& token, std::string& error);
   bool isFieldBehindWord() const;
   bool takeQuoted(SlfToken& token, std::string& error);
   void takePlain(SlfToken& token);

@@ -61,6 +61,12 @@ TEST_F(LongLines, OfWordsThatBeginLikeXml) {
   useOnLinkAndNode(fields([](int) { return "W=<b/>"; }) + " <c>");
 }
 
+TEST_F(LongLines, OfWordsWithManyAttributes) {
+  const std::string attributes = fields([](int i) { return "k" + std::to_string(i) + "='1'"; });
+  useOnLinkAndNode(" W=<w" + attributes + "/>");
+  useOnLinkAndNode(" W=<w" + fields([](int) { return "<a k='1'/>"; }) + "</w>");
+}
+
 TEST_F(LongLines, OfDifferentScores) {
   useOnLinkAndNode(fields([](int i) { return scatteredKey(i) + "=1"; }));
 }

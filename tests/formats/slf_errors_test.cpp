@@ -100,6 +100,16 @@ TEST(SlfErrors, ComeWithTheLineThatIsTheFirstTooMuch) {
             "line 2: more than 1000000 fields, which is beyond any lattice");
 }
 
+TEST(SlfErrors, NameAWordWithMoreAttributesThanAnyHas) {
+  std::string attributes;
+  for (int i = 0; i < 1000; ++i) attributes += " k" + std::to_string(i) + "= '1'";
+  const std::string begin = kNodes + "J=0 S=0 E=1 W=<w";
+  EXPECT_EQ(errorOf(begin + attributes + "><a b=''/></w>\n"), "");
+  EXPECT_EQ(errorOf(begin + attributes + " b=''/>\n"),
+            "line 4: the word <w k0= '1' k1= '1' k2= '1' k3= '1' k4= '... has more than 1000 "
+            "attributes in one element");
+}
+
 TEST(SlfErrors, SayWhereNodesSayTooMuchForTheLinksThatEnterThem) {
   constexpr std::size_t kMostBytes = std::size_t{16} << 20u;
   constexpr std::size_t kLinks = 4096;
