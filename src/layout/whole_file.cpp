@@ -98,6 +98,9 @@ int makeBeside(const Place& place, std::string& name) {
   return -1;
 }
 
+/// Whether the reason is that something is not allowed, which a folder may say.
+bool isForbidden(int reason) { return reason == EACCES || reason == EPERM || reason == EROFS; }
+
 /// Owner and mode as the old file has them; whose file it is may not be ours to say.
 int takeModeOf(const struct stat& old, int file) {
   constexpr mode_t kAllOfMode = 07777;
@@ -126,11 +129,10 @@ std::string writeWholeFile(const std::string& path, const std::string& text) {
   std::string beside;
   const int file = makeBeside(place, beside);
   if (file < 0) {
-    const bool isForbidden = errno == EACCES || errno == EPERM || errno == EROFS;
+    const bool isFolders = place.old && isForbidden(errno);
     const std::string error = withReason(path, errno);
-    return place.old && isForbidden
-               ? error + "; its folder takes no new file, and the old one is not put at risk"
-               : error;
+    return isFolders ? error + "; its folder takes no new file, and the old one is not put at risk"
+                     : error;
   }
   const auto goesOn = [&] { return !signalsWait.hasCome(); };
   int reason = place.old ? takeModeOf(*place.old, file) : 0;
@@ -138,10 +140,14 @@ std::string writeWholeFile(const std::string& path, const std::string& text) {
   if (reason == 0) reason = writingReason;
   if (reason == EFBIG) signalsWait.forgetFileSize();
   if (reason == 0 && !goesOn()) reason = EINTR;
-  if (reason == 0 && std::rename(beside.c_str(), place.target.c_str()) != 0) reason = errno;
+  std::string hint;
+  if (reason == 0 && std::rename(beside.c_str(), place.target.c_str()) != 0) {
+    reason = errno;
+    if (place.old && isForbidden(reason)) hint = "; its folder lets only its owner replace it";
+  }
   if (reason == 0) return "";
   unlink(beside.c_str());
-  return withReason(path, reason);
+  return withReason(path, reason) + hint;
 }
 
 }  // namespace quorbel

@@ -143,6 +143,22 @@ class OutputsTest(ToolTest):
         self.assertEqual(["locked.lat", "out.lat"], sorted(os.listdir(closed)))
         self.assertEqual([OLD, OLD], [(closed / name).read_text() for name in os.listdir(closed)])
 
+    def test_file_of_another_in_a_folder_for_all_is_not_replaced(self):
+        shared = self.folder / "shared"
+        shared.mkdir()
+        (shared / "out.lat").write_text(OLD)
+        (shared / "out.lat").chmod(0o666)
+        shared.chmod(0o1777)
+        if os.geteuid() == 0:  # nobody else has files of several users
+            result = self.run_as_nobody("import", "talk.slf", "shared/out.lat")
+            self.assertEqual((1, "quorbel-lattice: shared/out.lat: Operation not permitted; its "
+                                 "folder lets only its owner replace it\n"),
+                             (result.returncode, result.stderr))
+            self.assertEqual(OLD, (shared / "out.lat").read_text())
+        self.succeeds("import", "talk.slf", "shared/out.lat")
+        self.assertEqual(IMPORTED, (shared / "out.lat").read_text())
+        self.assertEqual(["out.lat"], os.listdir(shared))
+
     def test_what_is_open_already_is_written_to_as_it_is(self):
         self.write("out.lat", OLD)
         node = (self.folder / "out.lat").stat().st_ino
