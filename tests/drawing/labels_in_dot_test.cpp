@@ -11,7 +11,7 @@
 #include <set>
 
 #include "drawing/description.h"
-#include "layout/dot_statements.h"
+#include "layout/dot_record.h"
 #include "temporary_folder.h"
 #include "words/word_text.h"
 
@@ -91,8 +91,8 @@ std::multiset<std::string> statementsOf(const std::string& text) {
     std::string statement;
     for (const char c : text.substr(pos, bracket - pos))
       if (!std::isspace(static_cast<unsigned char>(c)) && c != ';') statement += c;
-    pos = bracket + 1;
-    for (const auto& attribute : takeDotAttributes(text, pos)) statement += ' ' + attribute.first;
+    for (const auto& attribute : takeDotRecord(text, pos).attributes)
+      statement += ' ' + attribute.first;
     statements.insert(statement);
     ++pos;
   }
