@@ -35,8 +35,14 @@ LinkColours coloursOf(const WordLattice& lattice, const DrawingMarks& marks) {
 }  // namespace
 
 std::string escapedLabel(const std::string& text) {
+  constexpr std::size_t kLineBytes = 8192;  // `dot` refuses a longer stretch than twice that
   std::string escaped;
+  std::size_t lineBegin = 0;
   for (const char c : withControlPictures(inUtf8(text))) {
+    if (escaped.size() - lineBegin >= kLineBytes) {
+      escaped += "\\\n";
+      lineBegin = escaped.size();
+    }
     if (c == '"' || c == '\\') escaped += '\\';
     escaped += c;
     if (c == '&') escaped += "amp;";

@@ -20,7 +20,8 @@ struct DrawingMarks {
 
 /// The label as `dot` takes it between double quotes. Whatever bytes `text` has, it ends no label,
 /// is no escape and no entity: `dot` draws on one line the text's own characters. Bytes that are
-/// not UTF-8 are read as Latin-1, and the picture of a control character takes its place.
+/// not UTF-8 are read as Latin-1, and the picture of a control character takes its place. A long
+/// label goes on in further lines of the description, each but the last ending with a backslash.
 std::string escapedLabel(const std::string& text);
 
 /// The description of a drawing, with nodes and links in the order and the colours of the viewer's

@@ -30,6 +30,15 @@ TEST(EscapedLabel, IsTheTextItselfForDot) {
     EXPECT_EQ(escapedLabel(text), escaped) << text;
 }
 
+TEST(EscapedLabel, GoesOnInFurtherLinesWhereItIsLong) {
+  const std::string line(8192, 'a');
+  EXPECT_EQ(escapedLabel(line), line);
+  EXPECT_EQ(escapedLabel(line + "b"), line + "\\\nb");
+  const std::string odd = line.substr(1) + "\"";  // an escape is not broken
+  EXPECT_EQ(escapedLabel(odd + "\"" + line),
+            line.substr(1) + "\\\"\\\n\\\"" + line.substr(2) + "\\\naa");
+}
+
 TEST(Description, AsksForLabelsShapesAndColours) {
   WordLattice lattice;
   readText(

@@ -130,6 +130,14 @@ class DrawingTest(ToolTest):
         self.assertEqual(["%0A", "%22", "a%5C"],
                          self.texts(self.draw("--label", "exact", source="odd.slf")))
 
+    def test_draws_words_however_long(self):
+        for word in ("ab" * 50000, "R&amp;D" * 20000, "&lt;\u00fc&gt;" * 10000):
+            self.write("odd.slf", f"N=2 L=1\nI=0\nI=1 t=1\nJ=0 S=0 E=1 W=<w in='{word}'/>\n")
+            text = html.unescape(word)
+            self.assertEqual([text], [*map(html.unescape, self.texts(self.draw(source="odd.slf")))])
+            self.succeeds("draw", "odd.slf", "out.dia")
+            self.assertIn(f"#{text}#", html.unescape(self.read("out.dia")))
+
     def test_draws_every_example(self):
         for example in sorted([*EXAMPLES.glob("*.lat"), *EXAMPLES.glob("*.htk")]):
             with self.subTest(example=example.name):
