@@ -107,8 +107,7 @@ std::string dialectText(const WordLattice& lattice, std::string& text) {
     if (!appendLine(text, linkLine(lattice, link)))
       return "link " + std::to_string(link.id) +
              " has so long a word, with \"start=\" or \"end=\" in it, that the viewer would "
-             "misread "
-             "it";
+             "misread it";
   return "";
 }
 

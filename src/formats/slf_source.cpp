@@ -35,11 +35,11 @@ std::string readWholeFile(const std::string& path, std::string& bytes, bool& isC
 
   bytes.clear();
   for (std::size_t used = 0;;) {
-    if (used > kMostBytes) return "more than 256 MiB of text, which is beyond any lattice";
     if (bytes.size() < used + kStep) bytes.resize(std::min(2 * used, kMostBytes) + kStep);
     const int count = gzread(file.get(), &bytes[used], kStep);
     if (count < 0) return reasonOf(file.get());
     used += static_cast<std::size_t>(count);
+    if (used > kMostBytes) return "more than 256 MiB of text, which is beyond any lattice";
     if (static_cast<unsigned>(count) == kStep) continue;
     int code = Z_OK;
     gzerror(file.get(), &code);

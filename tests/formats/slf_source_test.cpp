@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
+#include <filesystem>
+#include <string>
+
 #include "formats/normalise.h"
 #include "temporary_folder.h"
 
@@ -56,13 +59,21 @@ TEST_F(SlfSource, ReadsFilesOfAnyLength) {
 
 TEST_F(SlfSource, RefusesWhatBecomesMoreThan256MiB) {
   const std::string step(std::size_t{1} << 20u, '#');
-  gzFile file = gzopen("bomb.gz", "wb1");
-  ASSERT_NE(file, nullptr);
-  for (int i = 0; i < 257; ++i)
-    ASSERT_EQ(gzwrite(file, step.data(), static_cast<unsigned>(step.size())),
-              static_cast<int>(step.size()));
-  ASSERT_EQ(gzclose(file), Z_OK);
-  ASSERT_LT(std::filesystem::file_size("bomb.gz"), std::size_t{4} << 20u);
+  const auto writeSteps = [&](const char* name, int rest) {
+    gzFile file = gzopen(name, "wb1");
+    ASSERT_NE(file, nullptr);
+    for (int i = 0; i < 256; ++i)
+      ASSERT_EQ(gzwrite(file, step.data(), static_cast<unsigned>(step.size())),
+                static_cast<int>(step.size()));
+    ASSERT_EQ(gzwrite(file, step.data(), static_cast<unsigned>(rest)), rest);
+    ASSERT_EQ(gzclose(file), Z_OK);
+    ASSERT_LT(std::filesystem::file_size(name), std::size_t{4} << 20u);
+  };
+  writeSteps("most.gz", 0);
+  writeSteps("bomb.gz", 1);
+  std::string bytes;
+  EXPECT_EQ(readWholeFile("most.gz", bytes, m_IsCompressed), "");
+  EXPECT_EQ(bytes.size(), std::size_t{256} << 20u);
   EXPECT_EQ(read("bomb.gz"), "error: more than 256 MiB of text, which is beyond any lattice");
 }
 
