@@ -1,8 +1,6 @@
 #include "formats/dialect_writer.h"
 
-#include <algorithm>
 #include <cmath>
-#include <string_view>
 
 #include "formats/dialect_word.h"
 #include "lattice/htk_reader.h"

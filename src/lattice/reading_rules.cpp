@@ -1,6 +1,5 @@
 #include "lattice/reading_rules.h"
 
-#include <algorithm>
 #include <unordered_map>
 
 #include "lattice/number_text.h"

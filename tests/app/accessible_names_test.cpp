@@ -2,8 +2,6 @@
 
 #include <atkmm/object.h>
 
-#include <map>
-
 #include "app/window_fixture.h"
 #include "texts/product.h"
 

@@ -1,7 +1,5 @@
 // Who writes the diagram for Dia: `dot` where it can, else the viewer from the layout drawn anew.
 
-#include <algorithm>
-
 #include "app/export_fixture.h"
 #include "layout/file_names.h"
 

@@ -10,7 +10,6 @@
 #include <iostream>
 #include <map>
 #include <random>
-#include <sstream>
 
 #include "lattice/htk_reader.h"
 #include "lattice/shortest_path.h"

@@ -2,9 +2,7 @@
 // formats, and the dialect file that comes out: the viewer must read that, and label each link with
 // its word.
 
-#include <algorithm>
 #include <cstdlib>
-#include <string_view>
 
 #include "formats/dialect_writer.h"
 #include "formats/label_formats.h"
