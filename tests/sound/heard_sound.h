@@ -15,6 +15,7 @@ struct Recording {
   int sampleRate = 0;     ///< in Hz
   Samples samples;        ///< interleaved
   std::size_t taken = 0;  ///< how many there were before these
+  Samples held;           ///< the frame that filled the block before these, if one did
 };
 
 /// OpenAL Soft's configuration for a device that writes what it plays into a file. Mixing leaves
@@ -24,12 +25,14 @@ std::string recorderSettings(const std::string& path, int sampleRate, int channe
 /// Reads what such a device has written; no channels when there is nothing.
 Recording readRecording(const std::string& path);
 
-/// Takes one sound off the start of the recording, which is it but for a step of rounding, and the
-/// silence around it. The library mixes in blocks. Newer versions fill the block in which a sound
-/// ends with its last frame, and lower that to nothing in the next one, whatever is played there:
-/// this is taken too, but nothing else, so that of a sound that goes on too long something is left.
-/// (Where a sound ends with a block this cannot be told; so none may.) A failure says where
-/// they differ.
+/// Takes one sound off the start of the recording, which is it but for a step of rounding, and
+/// silence before it. The library mixes in blocks, and newer versions fill the one in which a sound
+/// ends with its last frame; that is taken too. (A sound that ends with a block does not tell; so
+/// none may.) A failure says where they differ.
 testing::AssertionResult takeSound(Recording& recording, const Samples& sound);
+
+/// What is heard after the sounds that were taken; nothing if that is silence, or what newer
+/// versions put there against clicks.
+Samples restOf(const Recording& recording);
 
 }  // namespace quorbel
