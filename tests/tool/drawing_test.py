@@ -203,8 +203,8 @@ class DrawingTest(ToolTest):
     def test_says_what_it_does_when_it_takes_long(self):
         self.stand_in("#!/bin/sh\nsleep 1.5\nPATH=" + os.environ["PATH"] + " exec dot \"$@\"\n")
         result = self.run_tool("draw", "talk.slf", "out.svg")
-        self.assertEqual(("quorbel-lattice: drawing 5 links (1 s)\n", 0),
-                         (result.stderr, result.returncode))
+        self.assertEqual(("quorbel-lattice: drawing 5 links (1 s)\n", "", 0),
+                         (result.progress, result.stderr, result.returncode))
 
     def start(self, name="out.png", **options):
         process = subprocess.Popen([PROGRAM, "draw", "talk.slf", name], cwd=self.folder,

@@ -9,7 +9,7 @@ import subprocess
 import time
 import unittest
 
-from tool import IMPORTED, PROGRAM, ToolTest
+from tool import IMPORTED, PROGRAM, ToolTest, apart
 
 OLD = "old\n"
 COMMANDS = (("import", "big.slf", "out.lat"), ("prune", "big.slf", "out.lat", "--links", "5000"),
@@ -30,9 +30,10 @@ class OutputsTest(ToolTest):
 
     def run_limited(self, arguments, limit, environment=None, program=PROGRAM):
         """Runs the program with a limit of the system that `limit` sets before."""
-        return subprocess.run([program, *arguments], cwd=self.folder, text=True, timeout=100,
-                              env=environment or self.environment, stdin=subprocess.DEVNULL,
-                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, preexec_fn=limit)
+        return apart(subprocess.run([program, *arguments], cwd=self.folder, text=True, timeout=100,
+                                    env=environment or self.environment, stdin=subprocess.DEVNULL,
+                                    stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                    preexec_fn=limit))
 
     def keeps(self, names, before, what):
         self.assertEqual(before, self.files(), what)
@@ -63,8 +64,8 @@ class OutputsTest(ToolTest):
         def limit():
             resource.setrlimit(resource.RLIMIT_FSIZE, (8, 8))
         with open(self.folder / "best.txt", "wb") as output:
-            result = subprocess.run([PROGRAM, "best", "talk.slf"], cwd=self.folder, text=True,
-                                    stdout=output, stderr=subprocess.PIPE, preexec_fn=limit)
+            result = apart(subprocess.run([PROGRAM, "best", "talk.slf"], cwd=self.folder, text=True,
+                                          stdout=output, stderr=subprocess.PIPE, preexec_fn=limit))
         self.assertEqual((1, "quorbel-lattice: standard output: File too large\n"),
                          (result.returncode, result.stderr))
 
@@ -238,8 +239,9 @@ class OutputsTest(ToolTest):
                           ("best", "talk.slf")):
             for target, reason in ((">/dev/full", "No space left on device"),
                                    (">&-", "Bad file descriptor")):
-                result = subprocess.run(["sh", "-c", f'"$0" "$@" {target}', PROGRAM, *arguments],
-                                        cwd=self.folder, text=True, capture_output=True)
+                result = apart(subprocess.run(
+                    ["sh", "-c", f'"$0" "$@" {target}', PROGRAM, *arguments],
+                    cwd=self.folder, text=True, capture_output=True))
                 self.assertEqual((1, "", f"quorbel-lattice: standard output: {reason}\n"),
                                  (result.returncode, result.stdout, result.stderr), arguments)
 
@@ -252,12 +254,14 @@ class ReadOnceTest(ToolTest):
         if not pipe.exists():
             os.mkfifo(pipe)
         process = subprocess.Popen([PROGRAM, "import", "--unless-dialect", source, "out.lat"],
-                                   cwd=self.folder, stdin=subprocess.PIPE, stderr=subprocess.PIPE)
+                                   cwd=self.folder, stdin=subprocess.PIPE, stderr=subprocess.PIPE,
+                                   text=True)
         self.addCleanup(process.kill)
         if source == "pipe":
             pipe.write_text(text)
-        errors = process.communicate(text.encode() if source != "pipe" else b"", timeout=20)[1]
-        self.assertEqual((0, b""), (process.returncode, errors))
+        said = process.communicate(text if source != "pipe" else "", timeout=20)
+        result = apart(subprocess.CompletedProcess(process.args, process.returncode, *said))
+        self.assertEqual((0, ""), (result.returncode, result.stderr))
 
     def test_dialect_in_a_pipe_is_left_alone(self):
         for source in ("pipe", "/dev/stdin"):

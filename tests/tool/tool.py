@@ -5,6 +5,7 @@ Needs QUORBEL_LATTICE, the program, and QUORBEL_EXAMPLES, the folder of the exam
 
 import os
 import pathlib
+import re
 import stat
 import subprocess
 import tempfile
@@ -55,6 +56,18 @@ J=2 S=1 E=2 W=c
 """
 
 
+PROGRESS = re.compile(
+    r"^quorbel-lattice: (?:reading|searching|pruning|writing|drawing)[^\n]* \(\d+ s\)\n", re.MULTILINE)
+
+
+def apart(result):
+    """A finished run with the lines that tell how far it is, which come on a busy machine, taken
+    from its standard error into `progress`."""
+    result.progress = "".join(PROGRESS.findall(result.stderr))
+    result.stderr = PROGRESS.sub("", result.stderr)
+    return result
+
+
 class ToolTest(unittest.TestCase):
     maxDiff = None
 
@@ -84,9 +97,9 @@ class ToolTest(unittest.TestCase):
         self.environment["PATH"] = f"{self.folder / 'bin'}:{os.environ['PATH']}"
 
     def run_tool(self, *arguments, stdout=subprocess.PIPE):
-        return subprocess.run([PROGRAM, *map(str, arguments)], cwd=self.folder, text=True,
-                              env=self.environment, stdin=subprocess.DEVNULL, stdout=stdout,
-                              stderr=subprocess.PIPE, timeout=100)
+        return apart(subprocess.run([PROGRAM, *map(str, arguments)], cwd=self.folder, text=True,
+                                    env=self.environment, stdin=subprocess.DEVNULL, stdout=stdout,
+                                    stderr=subprocess.PIPE, timeout=100))
 
     def succeeds(self, *arguments):
         """Standard output of a run that succeeds without a word on standard error."""
