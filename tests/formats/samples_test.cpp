@@ -32,6 +32,10 @@ std::vector<std::filesystem::path> samples() {
 bool isTrueOf(const std::string& error, const std::string& bytes) {
   if (error.find("SUBLAT") != std::string::npos) return bytes.find("SUBLAT=") != std::string::npos;
   if (error.find("binary") != std::string::npos) return bytes.find('~') != std::string::npos;
+  // A file of another format altogether, such as Kaldi's or a table of words.
+  if (error.find(": line 1: ") != std::string::npos &&
+      error.find(" is no field KEY=VALUE") != std::string::npos)
+    return bytes.substr(0, bytes.find('\n')).find('=') == std::string::npos;
   return false;
 }
 
