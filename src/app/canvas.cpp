@@ -36,6 +36,7 @@ bool MainWindow::on_graph_expose(GdkEventExpose* event) {
   const int visibleHeight =
       std::min(m_GraphScroll.get_height(), m_refShownImage->get_height() - mapping.scrollY);
   if (visibleWidth > 0 && visibleHeight > 0) {
+    m_ScaledPicture.prepare({mapping.scrollX, mapping.scrollY, visibleWidth, visibleHeight});
     window->draw_pixbuf(m_GraphArea.get_style()->get_black_gc(), m_refShownImage, mapping.scrollX,
                         mapping.scrollY, mapping.originX, mapping.originY, visibleWidth,
                         visibleHeight, Gdk::RGB_DITHER_NONE, 0, 0);

@@ -8,11 +8,14 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/box_stamps.h"
 #include "app/canvas_geometry.h"
+#include "app/scaled_picture.h"
 #include "dialogs/file_dialog.h"
 #include "lattice/graph.h"
 #include "lattice/layout_item.h"
@@ -119,6 +122,10 @@ class MainWindow : public Gtk::Window {
   void rescaleImage();                  // zoom.cpp
   void resizeCanvas();                  // zoom.cpp
   void zoomBy(float factor);            // zoom.cpp
+  void zoomTo(float zoom);              // zoom.cpp: keeps a point of the drawing in its place
+
+  Box visiblePart() const;                // scrolling_canvas.cpp: of the canvas
+  void scrollCanvas(double x, double y);  // scrolling_canvas.cpp
 
   void clear_selection();      // attribute_tree.cpp
   void clearAttributeTree();   // attribute_tree.cpp
@@ -178,6 +185,11 @@ class MainWindow : public Gtk::Window {
   AudioIO m_Audio;
   std::string m_SoundPath;
   bool m_SoundLoaded = false;
+
+  ScaledPicture m_ScaledPicture;  ///< makes m_refShownImage, which is whole only where it was seen
+  /// Where in the visible part of the canvas the point lies that a zoom keeps in its place, pixels;
+  /// none for the middle.
+  std::optional<std::pair<double, double>> m_ZoomPoint;
 
   BoxStamps m_BoxStamps;      ///< shapes of the boxes at the current zoom
   bool m_HoverShown = false;  ///< the canvas may show the box of a label under the pointer

@@ -113,6 +113,7 @@ void MainWindow::on_close() {
 
   m_GraphArea.set_size_request(-1, -1);
   m_refShownImage.reset();
+  m_ScaledPicture = ScaledPicture();
   m_refGraphImage.reset();
   m_BoxStamps.clear();
   closeSound();

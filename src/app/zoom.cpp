@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/main_window.h"
+#include "app/scrolling.h"
 
 namespace quorbel {
 namespace {
@@ -18,33 +19,46 @@ void MainWindow::on_zoom_in() { zoomBy(kZoomIn); }
 
 void MainWindow::on_zoom_out() { zoomBy(kZoomOut); }
 
-void MainWindow::zoomBy(float factor) {
-  if (!m_refGraphImage) return;
-  m_Zoom *= factor;
-  rescaleImage();
-  resizeCanvas();
-}
+void MainWindow::zoomBy(float factor) { zoomTo(m_Zoom * factor); }
 
 /// Fits the width; the height is not considered.
 void MainWindow::on_zoom_fit() {
   constexpr int kRoomForScrollBar = 30;
   if (!m_refGraphImage) return;
-  m_Zoom = static_cast<float>(m_GraphScroll.get_width() - kRoomForScrollBar) /
-           static_cast<float>(m_refGraphImage->get_width());
+  zoomTo(static_cast<float>(m_GraphScroll.get_width() - kRoomForScrollBar) /
+         static_cast<float>(m_refGraphImage->get_width()));
+}
+
+/// The point of the drawing at m_ZoomPoint, or in the middle of what is seen, stays where it is.
+void MainWindow::zoomTo(float zoom) {
+  if (!m_refGraphImage) return;
+  const Glib::RefPtr<Gdk::Pixbuf> before = m_refShownImage;
+  m_Zoom = zoom;
   rescaleImage();
   resizeCanvas();
+  if (!before || !m_refShownImage) return;
+  const Box seen = visiblePart();
+  const auto [x, y] = m_ZoomPoint.value_or(std::pair(seen.width / 2.0, seen.height / 2.0));
+  scrollCanvas(scrollKeeping(x, {m_GraphScroll.get_hadjustment()->get_value(), seen.width},
+                             before->get_width(), m_refShownImage->get_width()),
+               scrollKeeping(y, {m_GraphScroll.get_vadjustment()->get_value(), seen.height},
+                             before->get_height(), m_refShownImage->get_height()));
 }
 
 /// The picture is scaled after the watch cursor shows, since it may take a while.
 bool MainWindow::on_graph_scroll(GdkEventScroll* event) {
   if (event->direction != GDK_SCROLL_UP && event->direction != GDK_SCROLL_DOWN) return true;
+  const std::pair point(event->x - m_GraphScroll.get_hadjustment()->get_value(),
+                        event->y - m_GraphScroll.get_vadjustment()->get_value());
   const Glib::RefPtr<Gdk::Window> window = m_GraphArea.get_window();
   window->set_cursor(Gdk::Cursor(Gdk::WATCH));
   runPendingEvents();
+  m_ZoomPoint = point;
   if (event->direction == GDK_SCROLL_UP)
     on_zoom_in();
   else
     on_zoom_out();
+  m_ZoomPoint.reset();
   window->set_cursor(Gdk::Cursor(Gdk::LEFT_PTR));
   return true;
 }
@@ -57,9 +71,9 @@ void MainWindow::rescaleImage() {
   const auto scaled = [this](int length) {
     return std::max(1, static_cast<int>(static_cast<float>(length) * m_Zoom));
   };
-  m_refShownImage =
-      m_refGraphImage->scale_simple(scaled(m_refGraphImage->get_width()),
-                                    scaled(m_refGraphImage->get_height()), Gdk::INTERP_BILINEAR);
+  m_ScaledPicture = ScaledPicture(m_refGraphImage, {scaled(m_refGraphImage->get_width()),
+                                                    scaled(m_refGraphImage->get_height())});
+  m_refShownImage = m_ScaledPicture.picture();
 }
 
 void MainWindow::resizeCanvas() {

@@ -38,6 +38,7 @@ class TestWindow : public MainWindow {
   using MainWindow::open_lattice;
   using MainWindow::renderGraph;
   using MainWindow::show_error;
+  using MainWindow::visiblePart;
 
   using MainWindow::m_AttributeTree;
   using MainWindow::m_Audio;
@@ -83,6 +84,7 @@ class TestWindow : public MainWindow {
   using MainWindow::m_Rendering;
   using MainWindow::m_RightPaned;
   using MainWindow::m_RunsInProgress;
+  using MainWindow::m_ScaledPicture;
   using MainWindow::m_SelectedEdges;
   using MainWindow::m_ShowPath;
   using MainWindow::m_ShowPathWithEdge;
