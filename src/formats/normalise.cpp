@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "formats/link_fields.h"
-#include "formats/slf_source.h"
 #include "measures/node_order.h"
 #include "measures/posteriors.h"
 #include "words/decimal.h"
@@ -208,23 +208,6 @@ bool Normalising::saysWord(const SlfRecord& node) {
 
 std::string normalise(const SlfFile& file, WordLattice& lattice) {
   return Normalising(file, lattice).run();
-}
-
-std::string readWordLattice(const std::string& path, WordLattice& lattice) {
-  std::optional<std::string> notNeeded;
-  return readWordLattice(path, lattice, notNeeded);
-}
-
-std::string readWordLattice(const std::string& path, WordLattice& lattice,
-                            std::optional<std::string>& plainText) {
-  SlfFile file;
-  bool isCompressed = false;
-  std::string error = readWholeFile(path, file.bytes, isCompressed);
-  if (error.empty()) error = parseSlf(file);
-  if (error.empty()) error = normalise(file, lattice);
-  plainText.reset();
-  if (!isCompressed) plainText = std::move(file.bytes);
-  return error.empty() ? "" : path + ": " + error;
 }
 
 }  // namespace quorbel

@@ -2,7 +2,6 @@
 
 // From the records of a lattice file to the one form in which all commands work on lattices.
 
-#include <optional>
 #include <string>
 
 #include "formats/slf_file.h"
@@ -22,14 +21,5 @@ namespace quorbel {
 ///
 /// Returns "" on success, else what is wrong with which line.
 std::string normalise(const SlfFile& file, WordLattice& lattice);
-
-/// Reads the file `path`, plain or compressed, in the standard format or the viewer's dialect.
-/// Returns "" on success, else the path and what is wrong: "talk.slf: line 7: ...".
-std::string readWordLattice(const std::string& path, WordLattice& lattice);
-
-/// The same; `plainText` becomes the text of the file, or nothing where it is compressed, for
-/// whoever reads it in another way too: a pipe can be read only once.
-std::string readWordLattice(const std::string& path, WordLattice& lattice,
-                            std::optional<std::string>& plainText);
 
 }  // namespace quorbel

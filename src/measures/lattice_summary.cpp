@@ -17,14 +17,6 @@ namespace {
 /// From so many links on `dot` takes several seconds for a drawing.
 constexpr std::size_t kSlowToDraw = 600;
 
-/// What a row of the summary begins with, in a column of its own.
-std::string row(const std::string& name, const std::string& value) {
-  constexpr std::size_t kColumn = 18;
-  std::string text = name + ":";
-  text.resize(std::max(kColumn, text.size() + 1), ' ');
-  return text + value + "\n";
-}
-
 std::string nodeText(const WordLattice& lattice, std::size_t index) {
   const int inFile = lattice.nodes[index].fileIndex;
   return std::to_string(index) + (inFile < 0 ? " (joined to those of the file)"
@@ -58,8 +50,9 @@ std::string scoreRows(const WordLattice& lattice) {
   std::string rows;
   for (const std::string& name : scoreNamesOf(lattice)) {
     const ScoreRange& range = ranges[name];
-    rows += row("score " + name, formatNumber(range.lowest) + " to " + formatNumber(range.highest) +
-                                     " on " + std::to_string(range.count) + " links");
+    rows += summaryRow("score " + name, formatNumber(range.lowest) + " to " +
+                                            formatNumber(range.highest) + " on " +
+                                            std::to_string(range.count) + " links");
   }
   return rows;
 }
@@ -67,40 +60,47 @@ std::string scoreRows(const WordLattice& lattice) {
 std::string bestPathRow(const WordLattice& lattice) {
   std::vector<LatticePath> paths;
   const std::string error = findBestPaths(lattice, *scoresNamed(lattice, kTotalName), 1, paths);
-  if (!error.empty()) return row("best path", "none: " + error);
-  return row("best path", kTotalName + "=" + formatNumber(paths[0].score) + ": " +
-                              drawableText(wordsOf(lattice, paths[0])));
+  if (!error.empty()) return summaryRow("best path", "none: " + error);
+  return summaryRow("best path", kTotalName + "=" + formatNumber(paths[0].score) + ": " +
+                                     drawableText(wordsOf(lattice, paths[0])));
 }
 
 }  // namespace
 
+std::string summaryRow(const std::string& name, const std::string& value) {
+  constexpr std::size_t kColumn = 18;
+  std::string text = name.empty() ? "" : name + ":";
+  text.resize(std::max(kColumn, text.size() + 1), ' ');
+  return text + value + "\n";
+}
+
 std::string summaryOf(const WordLattice& lattice) {
   std::string text;
-  if (!lattice.utterance.empty()) text += row("utterance", drawableText(lattice.utterance));
-  text += row("words", lattice.isDialect ? "XML fragments, as the viewer reads them"
-                                         : "plain, to be imported for the viewer");
-  text += row("nodes", std::to_string(lattice.nodes.size()));
-  text += row("links", std::to_string(lattice.links.size()));
+  if (!lattice.utterance.empty()) text += summaryRow("utterance", drawableText(lattice.utterance));
+  text += summaryRow("words", lattice.isDialect ? "XML fragments, as the viewer reads them"
+                                                : "plain, to be imported for the viewer");
+  text += summaryRow("nodes", std::to_string(lattice.nodes.size()));
+  text += summaryRow("links", std::to_string(lattice.links.size()));
   const double duration = lattice.nodes.back().time - lattice.nodes.front().time;
   if (lattice.hasTimes) {
-    text += row("duration", formatNumber(duration) + " s");
+    text += summaryRow("duration", formatNumber(duration) + " s");
     if (duration > 0.0)
-      text += row("links per second",
-                  formatNumber(static_cast<double>(lattice.links.size()) / duration));
+      text += summaryRow("links per second",
+                         formatNumber(static_cast<double>(lattice.links.size()) / duration));
   } else {
-    text += row("duration", "not known: no node has a time");
+    text += summaryRow("duration", "not known: no node has a time");
   }
-  text += row("start node", nodeText(lattice, 0));
-  text += row("end node", nodeText(lattice, lattice.nodes.size() - 1));
-  text += row("cyclic", lattice.isCyclic ? "yes" : "no");
+  text += summaryRow("start node", nodeText(lattice, 0));
+  text += summaryRow("end node", nodeText(lattice, lattice.nodes.size() - 1));
+  text += summaryRow("cyclic", lattice.isCyclic ? "yes" : "no");
   text += scoreRows(lattice);
   text += bestPathRow(lattice);
-  for (const std::string& warning : warningsAbout(lattice)) text += row("note", warning);
+  for (const std::string& warning : warningsAbout(lattice)) text += summaryRow("note", warning);
   return text;
 }
 
 std::vector<std::string> warningsAbout(const WordLattice& lattice) {
-  std::vector<std::string> warnings;
+  std::vector<std::string> warnings = lattice.notes;
   if (!lattice.hasTimes)
     warnings.emplace_back("no node has a time; its depth in the lattice stands for it");
   const auto isPositive = [](const WordLink& link) { return link.total > 0.0; };

@@ -6,16 +6,18 @@
 #include <memory>
 
 #include "formats/label_formats.h"
-#include "formats/normalise.h"
+#include "formats/lattice_input.h"
 #include "measures/best_paths.h"
 #include "measures/lattice_summary.h"
 #include "tool/commands.h"
+#include "tool/reading_arguments.h"
 
 namespace quorbel {
 namespace {
 
 struct BestArguments {
   std::string in;
+  ReadingOptions reading;
   int count = 1;
   std::string scoreName = kTotalName;
   std::string format = "text";
@@ -69,7 +71,8 @@ CommandResult runBest(const BestArguments& arguments, Progress& progress) {
     return "best: CTM has no place for several paths; leave --nbest out or take another format";
   progress.begin("reading " + arguments.in);
   WordLattice lattice;
-  if (std::string error = readWordLattice(arguments.in, lattice); !error.empty()) return error;
+  std::string error = readWordLattice(arguments.in, lattice, arguments.reading);
+  if (!error.empty()) return error;
   progress.begin("searching");
   const auto scores = scoresNamed(lattice, arguments.scoreName);
   if (!scores) return arguments.in + ": " + noSuchScore(lattice, arguments.scoreName);
@@ -79,8 +82,8 @@ CommandResult runBest(const BestArguments& arguments, Progress& progress) {
     ++count;
     return printer.print(text(path));
   };
-  if (std::string error = forBestPaths(lattice, *scores, arguments.count, print); !error.empty())
-    return arguments.in + ": " + error;
+  error = forBestPaths(lattice, *scores, arguments.count, print);
+  if (!error.empty()) return arguments.in + ": " + error;
   if (!lattice.hasTimes)
     say(arguments.in + ": no node has a time; its depth in the lattice stands for it");
   if (lattice.isCyclic && count < arguments.count)
@@ -96,7 +99,10 @@ Command addBest(CLI::App& app) {
   auto arguments = std::make_shared<BestArguments>();
   CLI::App* command =
       app.add_subcommand("best", "Print the best paths with their words and scores");
-  command->add_option("IN", arguments->in, "Lattice, plain or compressed by gzip")->required();
+  command
+      ->add_option("IN", arguments->in,
+                   "Lattice, plain or compressed by gzip; - is the standard input")
+      ->required();
   command->add_option("--nbest", arguments->count, "So many paths (1)")
       ->type_name("N")
       ->check(CLI::Range(1, kMostPaths));
@@ -107,6 +113,7 @@ Command addBest(CLI::App& app) {
                    "text; ctm: start, duration, word and posterior; htk: an HTK label file (text)")
       ->type_name("FORMAT")
       ->check(CLI::IsMember({"text", "ctm", "htk"}));
+  addReadingOptions(*command, arguments->reading);
   return [arguments](Progress& progress) { return runBest(*arguments, progress); };
 }
 

@@ -3,14 +3,16 @@
 #include <memory>
 
 #include "drawing/drawing.h"
-#include "formats/normalise.h"
+#include "formats/lattice_input.h"
 #include "tool/commands.h"
+#include "tool/reading_arguments.h"
 
 namespace quorbel {
 namespace {
 
 struct DrawArguments {
   std::string in;
+  ReadingOptions reading;
   std::string out;
   DrawingOptions options;
 };
@@ -21,7 +23,8 @@ CommandResult runDraw(const DrawArguments& arguments, Progress& progress) {
     return arguments.out + ": the name must end in .png, .svg, .pdf, .ps or .dia, the format";
   progress.begin("reading " + arguments.in);
   WordLattice lattice;
-  if (std::string error = readWordLattice(arguments.in, lattice); !error.empty()) return error;
+  std::string error = readWordLattice(arguments.in, lattice, arguments.reading);
+  if (!error.empty()) return error;
   progress.begin("drawing " + std::to_string(lattice.links.size()) + " links");
   return drawLattice(lattice, arguments.options, arguments.out);
 }
@@ -31,7 +34,10 @@ CommandResult runDraw(const DrawArguments& arguments, Progress& progress) {
 Command addDraw(CLI::App& app) {
   auto arguments = std::make_shared<DrawArguments>();
   CLI::App* command = app.add_subcommand("draw", "Draw a lattice as the viewer does, into a file");
-  command->add_option("IN", arguments->in, "Lattice, plain or compressed by gzip")->required();
+  command
+      ->add_option("IN", arguments->in,
+                   "Lattice, plain or compressed by gzip; - is the standard input")
+      ->required();
   command->add_option("OUT", arguments->out, "Drawing: NAME.png, .svg, .pdf, .ps or .dia")
       ->required();
   DrawingOptions& options = arguments->options;
@@ -44,6 +50,7 @@ Command addDraw(CLI::App& app) {
       ->type_name("NAME");
   command->add_option("--through", options.throughLink, "Mark the best path through link J=LINK")
       ->type_name("LINK");
+  addReadingOptions(*command, arguments->reading);
   return [arguments](Progress& progress) { return runDraw(*arguments, progress); };
 }
 

@@ -74,8 +74,8 @@ std::string firstLine(const std::string& text) { return text.substr(0, text.find
 int run(int argc, char** argv) {
   CLI::App app(
       "Imports, prunes, ranks and draws the word lattices of speech recognisers.\n"
-      "Every command reads HTK's Standard Lattice Format and the Quorbel viewer's dialect "
-      "of it.",
+      "Every command reads HTK's Standard Lattice Format, the Quorbel viewer's dialect of it, "
+      "and Kaldi's text archives.",
       "quorbel-lattice");
   app.require_subcommand(0, 1);
   app.set_version_flag("--version", "quorbel-lattice " QUORBEL_VERSION);

@@ -5,15 +5,17 @@
 #include <optional>
 
 #include "formats/dialect_writer.h"
-#include "formats/normalise.h"
+#include "formats/lattice_input.h"
 #include "measures/prune.h"
 #include "tool/commands.h"
+#include "tool/reading_arguments.h"
 
 namespace quorbel {
 namespace {
 
 struct PruneArguments {
   std::string in;
+  ReadingOptions reading;
   std::string out;
   std::optional<std::size_t> links;
   std::optional<double> beam;
@@ -24,10 +26,11 @@ CommandResult runPrune(const PruneArguments& arguments, Progress& progress) {
   if (arguments.beam && std::isnan(*arguments.beam)) return "--beam: nan is no distance";
   progress.begin("reading " + arguments.in);
   WordLattice lattice;
-  if (std::string error = readWordLattice(arguments.in, lattice); !error.empty()) return error;
+  std::string error = readWordLattice(arguments.in, lattice, arguments.reading);
+  if (!error.empty()) return error;
   progress.begin("pruning");
-  const std::string error = arguments.links ? pruneToLinks(lattice, *arguments.links)
-                                            : pruneToBeam(lattice, *arguments.beam);
+  error = arguments.links ? pruneToLinks(lattice, *arguments.links)
+                          : pruneToBeam(lattice, *arguments.beam);
   if (!error.empty()) return arguments.in + ": " + error;
   if (arguments.links && lattice.links.size() > *arguments.links)
     say(arguments.in + ": the best path alone has " + std::to_string(lattice.links.size()) +
@@ -42,7 +45,10 @@ Command addPrune(CLI::App& app) {
   auto arguments = std::make_shared<PruneArguments>();
   CLI::App* command = app.add_subcommand(
       "prune", "Keep the likeliest links of a lattice, with the best path, as the viewer reads it");
-  command->add_option("IN", arguments->in, "Lattice, plain or compressed by gzip")->required();
+  command
+      ->add_option("IN", arguments->in,
+                   "Lattice, plain or compressed by gzip; - is the standard input")
+      ->required();
   command->add_option("OUT", arguments->out, "File to write, such as talk.lat")->required();
   CLI::Option_group* how = command->add_option_group("How much is kept", "One of these");
   how->add_option("--links", arguments->links,
@@ -54,6 +60,7 @@ Command addPrune(CLI::App& app) {
       ->type_name("B")
       ->check(CLI::Range(0.0, 1e100));
   how->require_option(1);
+  addReadingOptions(*command, arguments->reading);
   return [arguments](Progress& progress) { return runPrune(*arguments, progress); };
 }
 

@@ -67,6 +67,7 @@ struct WordLattice {
   bool isDialect = false;  ///< the file had its words as XML fragments already
   bool hasTimes = true;    ///< the file had times; otherwise depths stand for them
   bool isCyclic = false;
+  std::vector<std::string> notes;       ///< what its reading left to say; a line each, no line ends
   std::vector<std::string> scoreNames;  ///< in byte order; each is one that the viewer can show
   std::vector<WordNode> nodes;          ///< at least one
   std::vector<WordLink> links;

@@ -16,7 +16,7 @@ struct Case {
 };
 
 /// Two nodes and no links, for cases to add to.
-const std::string kNodes = "N=2\nI=0 t=0\nI=1 t=1\n";
+const std::string kTwoNodes = "N=2\nI=0 t=0\nI=1 t=1\n";
 
 /// A value too long to be shown as a whole.
 const std::string kLong(41, 'x');
@@ -39,46 +39,46 @@ TEST(SlfErrors, NameTheLineAndTheReason) {
       {"N=1\nI=0 t=now\n", "line 2: t=now is no time"},
       {"N=1\nI=0 t=nan\n", "line 2: t=nan is no time"},
       {"N=1\nI=0 t=" + kLong + "\n", "line 2: t=" + kLongAsShown + " is no time"},
-      {kNodes + "J=0 S=0 E=1\nJ=1 S=0 E=1\nJ=0 S=0 E=1\n",
+      {kTwoNodes + "J=0 S=0 E=1\nJ=1 S=0 E=1\nJ=0 S=0 E=1\n",
        "line 6: link 0 was given before, on line 4"},
-      {kNodes + "J=0 E=1\n", "line 4: link 0 has no start node (S=)"},
-      {kNodes + "J=0 S=0\n", "line 4: link 0 has no end node (E=)"},
-      {kNodes + "J=0 S=2 E=1\n", "line 4: link 0 leaves node 2, but nodes are 0 to 1"},
-      {kNodes + "J=0 S=0 E=2\n", "line 4: link 0 enters node 2, but nodes are 0 to 1"},
-      {kNodes + "J=0 S=-1 E=1\n", "line 4: S=-1 is no number from 0 on"},
-      {kNodes + "J=0 S=0 E=1.5\n", "line 4: E=1.5 is no number from 0 on"},
-      {kNodes + "J=2147483647 S=0 E=1\n", "line 4: the link id 2147483647 is too high"},
-      {kNodes + "S=0 E=2 J=0\n", "line 4: link 0 enters node 2, but nodes are 0 to 1"},
-      {"L=2\n" + kNodes + "J=0 S=0 E=1\n",
+      {kTwoNodes + "J=0 E=1\n", "line 4: link 0 has no start node (S=)"},
+      {kTwoNodes + "J=0 S=0\n", "line 4: link 0 has no end node (E=)"},
+      {kTwoNodes + "J=0 S=2 E=1\n", "line 4: link 0 leaves node 2, but nodes are 0 to 1"},
+      {kTwoNodes + "J=0 S=0 E=2\n", "line 4: link 0 enters node 2, but nodes are 0 to 1"},
+      {kTwoNodes + "J=0 S=-1 E=1\n", "line 4: S=-1 is no number from 0 on"},
+      {kTwoNodes + "J=0 S=0 E=1.5\n", "line 4: E=1.5 is no number from 0 on"},
+      {kTwoNodes + "J=2147483647 S=0 E=1\n", "line 4: the link id 2147483647 is too high"},
+      {kTwoNodes + "S=0 E=2 J=0\n", "line 4: link 0 enters node 2, but nodes are 0 to 1"},
+      {"L=2\n" + kTwoNodes + "J=0 S=0 E=1\n",
        "line 1: the number of links is given as 2, but the file has 1"},
-      {"L=0\n" + kNodes + "J=0 S=0 E=1\n",
+      {"L=0\n" + kTwoNodes + "J=0 S=0 E=1\n",
        "line 1: the number of links is given as 0, but the file has 1"},
-      {kNodes + "start=2\n", "line 4: start= node 2, but nodes are 0 to 1"},
-      {kNodes + "end=7\n", "line 4: end= node 7, but nodes are 0 to 1"},
-      {kNodes + "J=0 S=0 E=1 a=loud\n", "line 4: a=loud is no number"},
-      {kNodes + "J=0 S=0 E=1 a=1e999\n", "line 4: a=1e999 is no number"},
-      {kNodes + "J=0 S=0 E=1 a=" + kLong + "\n", "line 4: a=" + kLongAsShown + " is no number"},
+      {kTwoNodes + "start=2\n", "line 4: start= node 2, but nodes are 0 to 1"},
+      {kTwoNodes + "end=7\n", "line 4: end= node 7, but nodes are 0 to 1"},
+      {kTwoNodes + "J=0 S=0 E=1 a=loud\n", "line 4: a=loud is no number"},
+      {kTwoNodes + "J=0 S=0 E=1 a=1e999\n", "line 4: a=1e999 is no number"},
+      {kTwoNodes + "J=0 S=0 E=1 a=" + kLong + "\n", "line 4: a=" + kLongAsShown + " is no number"},
       {"N=2\nI=0\nI=1 acoustic=x\nJ=0 S=0 E=1\n", "line 3: acoustic=x is no number"},
-      {kNodes + "J=0 S=0 E=1 W=a word\n", "line 4: \"word\" is no field KEY=VALUE"},
-      {kNodes + "J=0 S=0 E=1 W=\"a word\n",
+      {kTwoNodes + "J=0 S=0 E=1 W=a word\n", "line 4: \"word\" is no field KEY=VALUE"},
+      {kTwoNodes + "J=0 S=0 E=1 W=\"a word\n",
        "line 4: the value of W begins with a double quote that none ends"},
-      {kNodes + "J=0 S=0 E=1 =5\n", "line 4: \"=5\" is no field KEY=VALUE"},
+      {kTwoNodes + "J=0 S=0 E=1 =5\n", "line 4: \"=5\" is no field KEY=VALUE"},
       {"lmscale=high\n", "line 1: lmscale=high is no number"},
       {"base=-2\n", "line 1: base=-2 is negative and no base of logarithms"},
       {"tscale=0\n", "line 1: tscale=0 is no scale of times"},
       {"dir=up\n", "line 1: dir=up is neither f nor b"},
-      {"base=0\n" + kNodes + "J=0 S=0 E=1 a=-1\n", "line 5: a=-1 is no probability (base=0)"},
+      {"base=0\n" + kTwoNodes + "J=0 S=0 E=1 a=-1\n", "line 5: a=-1 is no probability (base=0)"},
       {"VERSION=1.0\nSUBLAT=digits\n",
        "line 2: SUBLAT=digits begins a sub-lattice (SUBLAT), and these are not supported"},
       {"S=digits\n", "line 1: S=digits begins a sub-lattice (SUBLAT), and these are not supported"},
       {"N=1\nI=0 L=digits\n",
        "line 2: L=digits makes node 0 stand for a sub-lattice (SUBLAT), and these are not "
        "supported"},
-      {kNodes + "J=0 S=0 E=1 a~\x01\x02\n",
+      {kTwoNodes + "J=0 S=0 E=1 a~\x01\x02\n",
        "line 4: the field a~ has a binary value; only text lattices can be read"},
-      {kNodes + std::string("J=0 S=0 E=1 W=a\0b\n", 18),
+      {kTwoNodes + std::string("J=0 S=0 E=1 W=a\0b\n", 18),
        "line 4: a zero byte; only text can be read"},
-      {kNodes + ".\nN=3\n",
+      {kTwoNodes + ".\nN=3\n",
        "line 5: the lattice ended before; only files with one lattice can be read"},
       {"\x7f"
        "ELF binary\n",
@@ -103,7 +103,7 @@ TEST(SlfErrors, ComeWithTheLineThatIsTheFirstTooMuch) {
 TEST(SlfErrors, NameAWordWithMoreAttributesThanAnyHas) {
   std::string attributes;
   for (int i = 0; i < 1000; ++i) attributes += " k" + std::to_string(i) + "= '1'";
-  const std::string begin = kNodes + "J=0 S=0 E=1 W=<w";
+  const std::string begin = kTwoNodes + "J=0 S=0 E=1 W=<w";
   EXPECT_EQ(errorOf(begin + attributes + "><a b=''/></w>\n"), "");
   EXPECT_EQ(errorOf(begin + attributes + " b=''/>\n"),
             "line 4: the word <w k0= '1' k1= '1' k2= '1' k3= '1' k4= '... has more than 1000 "
@@ -125,13 +125,13 @@ TEST(SlfErrors, SayWhereNodesSayTooMuchForTheLinksThatEnterThem) {
 
 TEST(SlfErrors, AreNoneWhereAFormIsOnlyUnusual) {
   const std::vector<std::string> texts = {
-      kNodes,                                          // no number of links
-      kNodes + "J=0 S=0 E=1 W= a = -1",                // blanks around "=", no line end
-      kNodes + "J=2146000000 S=0 E=1\n",               // a high id
-      "UTTERANCE=talk one\n" + kNodes,                 // a text of two words
-      "VERSION=1.0 UTTERANCE=x lmscale=2\n" + kNodes,  // several fields
-      kNodes + ".\n\n# the end\n",
-      kNodes + "J=0 S=0 E=1 W=~tilde x~y=2\n",
+      kTwoNodes,                                          // no number of links
+      kTwoNodes + "J=0 S=0 E=1 W= a = -1",                // blanks around "=", no line end
+      kTwoNodes + "J=2146000000 S=0 E=1\n",               // a high id
+      "UTTERANCE=talk one\n" + kTwoNodes,                 // a text of two words
+      "VERSION=1.0 UTTERANCE=x lmscale=2\n" + kTwoNodes,  // several fields
+      kTwoNodes + ".\n\n# the end\n",
+      kTwoNodes + "J=0 S=0 E=1 W=~tilde x~y=2\n",
   };
   for (const std::string& text : texts) {
     if (text.find("x~y") != std::string::npos)

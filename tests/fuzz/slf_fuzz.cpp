@@ -7,7 +7,7 @@
 #include "formats/dialect_writer.h"
 #include "formats/label_formats.h"
 #include "formats/normalise.h"
-#include "formats/slf_source.h"
+#include "formats/input_file.h"
 #include "lattice/htk_reader.h"
 #include "lattice/xml_label.h"
 #include "measures/best_paths.h"
@@ -86,8 +86,8 @@ void prune(const WordLattice& lattice, bool toBeam) {
 
 void readAndUse(const std::uint8_t* data, std::size_t size) {
   SlfFile file;
-  bool isCompressed = false;
-  if (!readWholeFile(fileOf(data, size), file.bytes, isCompressed).empty()) return;
+  InputFile input;
+  if (!input.open(fileOf(data, size)).empty() || !input.readRest(file.bytes).empty()) return;
   constexpr std::size_t kMostBytes = 1u << 20u;  // of what little data may be packed
   if (file.bytes.size() > kMostBytes || !parseSlf(file).empty()) return;
   WordLattice lattice;

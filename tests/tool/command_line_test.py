@@ -22,7 +22,8 @@ class HelpTest(ToolTest):
                    "draw": ("IN", "OUT", "--best", "--label", "--score", "--through")}
         for command in COMMANDS:
             text = self.succeeds(command, "--help")
-            for option in options[command]:
+            for option in (*options[command], "--words", "--utterance", "--frame-shift",
+                           "--acoustic-scale"):
                 self.assertRegex(text, rf"(?m)^ +{option}\b", command)
 
     def test_version(self):
@@ -44,6 +45,11 @@ class HelpTest(ToolTest):
                 (("prune", "talk.slf", "out.lat", "--links", "0"), "--links: Value 0 not in range"),
                 (("prune", "talk.slf", "out.lat", "--beam", "nan"), "--beam: nan is no distance"),
                 (("info", "no\nfile"), "no?file: No such file or directory"),
+                (("info", "talk.slf", "--utterance", "speech"),
+                 'talk.slf: no utterance "speech" in it'),
+                (("info", "talk.slf", "--frame-shift", "0"), "--frame-shift: Value 0 not in range"),
+                (("info", "talk.slf", "--acoustic-scale", "-1"),
+                 "--acoustic-scale: Value -1 not in range"),
                 (("prune", "talk.slf", "out.lat", "--beam", "-1"), "--beam: Value -1 not in range")):
             with self.subTest(arguments=arguments):
                 self.assertIn(reason, self.fails(*arguments))
@@ -261,6 +267,70 @@ class InfoTest(ToolTest):
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         self.assertEqual(0, result.returncode, result.stderr)
         self.assertIn("links:            5\n", result.stdout)
+
+
+KALDI = """talk-1 \n0\t1\t1\t0.5,20,7_7\n1\t2\t2\t1,30,8_9_9\n2\t0.5,0,\n
+talk-2 \n0\t1\t2\t1,10,4\n1\n\n"""
+
+
+class KaldiTest(ToolTest):
+    """Archives go in wherever lattices do; one utterance of theirs is taken."""
+
+    def setUp(self):
+        super().setUp()
+        self.write("lat.1", KALDI)
+        self.write("words.txt", "<eps> 0\ngood 1\nday 2\n")
+
+    def test_info_lists_the_utterances(self):
+        text = self.succeeds("info", "lat.1", "--words", "words.txt", "--utterance", "talk-2")
+        self.assertEqual("utterance:        talk-2", text.splitlines()[0])
+        self.assertTrue(text.endswith("best path:        TOTAL=-2: day\n"
+                                      "utterances:       talk-1\n"
+                                      "                  talk-2\n"), text)
+
+    def test_every_command_takes_the_options(self):
+        words = ("--words", "words.txt")
+        self.assertEqual("path 1: TOTAL=-52: good day\n"
+                         "  0\t1\tgood\t-20.5\tJ=0\n"
+                         "  1\t2.5\tday\t-31\tJ=1\n"
+                         "  2.5\t2.5\t!NULL\t-0.5\tJ=2\n",
+                         self.succeeds("best", "lat.1", *words, "--frame-shift", "0.5",
+                                       "--acoustic-scale", "1"))
+        second = (*words, "--utterance", "talk-2")
+        imported = ("VERSION=1.1\nUTTERANCE=talk-2\nacscale=0.1\nN=2 L=1\nI=0 t=0\nI=1 t=0.01\n"
+                    "J=0 S=0 E=1 W=<w in='day'/> TOTAL=-2 a=-10 l=-1 post=0\n")
+        self.succeeds("import", "lat.1", "talk.lat", *second)
+        self.assertEqual(imported, self.read("talk.lat"))
+        self.succeeds("prune", "lat.1", "talk.lat", "--links", "1", *second)
+        self.assertEqual(imported, self.read("talk.lat"))
+        self.succeeds("draw", "lat.1", "talk.svg", *second)
+        self.assertIn(">day</text>", self.read("talk.svg"))
+
+    def test_says_when_words_are_numbers(self):
+        result = self.run_tool("import", "lat.1", "talk.lat")
+        self.assertEqual("quorbel-lattice: lat.1: words are shown as numbers, for want of a table of "
+                         "words; --words FILE names one\n", result.stderr)
+        self.assertIn("W=<w in='1'/>", self.read("talk.lat"))
+
+    def test_takes_words_beside_the_archive_for_the_viewer(self):
+        self.succeeds("import", "--unless-dialect", self.folder / "lat.1", "talk.lat")
+        self.assertIn("W=<w in='good'/>", self.read("talk.lat"))
+        (self.folder / "words.txt").unlink()
+        result = self.run_tool("import", "--unless-dialect", "lat.1", "talk.lat")
+        self.assertIn("words are shown as numbers", result.stderr)
+
+    def test_reads_the_standard_input(self):
+        text = self.succeeds("info", "talk.slf")
+        for name, content in (("plain", self.read("talk.slf").encode()),
+                              ("packed", gzip.compress(self.read("talk.slf").encode()))):
+            with self.subTest(name=name):
+                result = subprocess.run([PROGRAM, "info", "-"], input=content, capture_output=True,
+                                        cwd=self.folder, timeout=100)
+                self.assertEqual((b"", text), (result.stderr, result.stdout.decode()))
+        result = subprocess.run([PROGRAM, "info", "-"], input=b"N=x\n", capture_output=True,
+                                cwd=self.folder, timeout=100)
+        self.assertEqual(b"quorbel-lattice: standard input: line 1: N=x is no number from 0 on\n",
+                         result.stderr)
 
 
 class ExamplesTest(ToolTest):

@@ -1,4 +1,4 @@
-#include "formats/slf_source.h"
+#include "formats/input_file.h"
 
 #include <gtest/gtest.h>
 #include <zlib.h>
@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 
-#include "formats/normalise.h"
+#include "formats/lattice_input.h"
 #include "temporary_folder.h"
 
 namespace quorbel {
@@ -23,19 +23,26 @@ void writeCompressed(const std::string& path, const std::string& text) {
   EXPECT_EQ(gzclose(file), Z_OK);
 }
 
-class SlfSource : public ::testing::Test {
+class InputFileTest : public ::testing::Test {
  protected:
   /// The message for a file, or its bytes.
   std::string read(const std::string& path) {
     std::string bytes;
-    const std::string error = readWholeFile(path, bytes, m_IsCompressed);
+    const std::string error = readInto(bytes, path);
     return error.empty() ? bytes : "error: " + error;
+  }
+  std::string readInto(std::string& bytes, const std::string& path) {
+    InputFile file;
+    std::string error = file.open(path);
+    if (error.empty()) error = file.readRest(bytes);
+    if (error.empty()) m_IsCompressed = file.isCompressed();
+    return error;
   }
   TemporaryFolder m_Folder;
   bool m_IsCompressed = false;
 };
 
-TEST_F(SlfSource, ReadsPlainAndCompressedFilesAlike) {
+TEST_F(InputFileTest, ReadsPlainAndCompressedFilesAlike) {
   m_Folder.write("plain.slf", kLattice);
   writeCompressed("packed.slf", kLattice);
   EXPECT_NE(textOf("packed.slf"), kLattice);
@@ -45,7 +52,7 @@ TEST_F(SlfSource, ReadsPlainAndCompressedFilesAlike) {
   EXPECT_FALSE(m_IsCompressed);
 }
 
-TEST_F(SlfSource, ReadsFilesOfAnyLength) {
+TEST_F(InputFileTest, ReadsFilesOfAnyLength) {
   for (const std::size_t size : {std::size_t{0}, std::size_t{1}, (std::size_t{1} << 18u) - 1,
                                  std::size_t{1} << 18u, (std::size_t{1} << 20u) + 7}) {
     std::string text(size, 'x');
@@ -57,7 +64,7 @@ TEST_F(SlfSource, ReadsFilesOfAnyLength) {
   }
 }
 
-TEST_F(SlfSource, RefusesWhatBecomesMoreThan256MiB) {
+TEST_F(InputFileTest, RefusesWhatBecomesMoreThan256MiB) {
   const std::string step(std::size_t{1} << 20u, '#');
   const auto writeSteps = [&](const char* name, int rest) {
     gzFile file = gzopen(name, "wb1");
@@ -72,12 +79,12 @@ TEST_F(SlfSource, RefusesWhatBecomesMoreThan256MiB) {
   writeSteps("most.gz", 0);
   writeSteps("bomb.gz", 1);
   std::string bytes;
-  EXPECT_EQ(readWholeFile("most.gz", bytes, m_IsCompressed), "");
+  EXPECT_EQ(readInto(bytes, "most.gz"), "");
   EXPECT_EQ(bytes.size(), std::size_t{256} << 20u);
   EXPECT_EQ(read("bomb.gz"), "error: more than 256 MiB of text, which is beyond any lattice");
 }
 
-TEST_F(SlfSource, RefusesCompressedDataThatAreCutShort) {
+TEST_F(InputFileTest, RefusesCompressedDataThatAreCutShort) {
   writeCompressed("whole.gz", kLattice);
   const std::string whole = textOf("whole.gz");
   for (const std::size_t size : {whole.size() - 1, whole.size() / 2, std::size_t{15}}) {
@@ -86,7 +93,7 @@ TEST_F(SlfSource, RefusesCompressedDataThatAreCutShort) {
   }
 }
 
-TEST_F(SlfSource, RefusesCompressedDataThatAreDamaged) {
+TEST_F(InputFileTest, RefusesCompressedDataThatAreDamaged) {
   writeCompressed("damaged.gz", kLattice);
   std::string bytes = textOf("damaged.gz");
   bytes[bytes.size() - 6] ^= 0x55;  // in the check sum
@@ -94,7 +101,7 @@ TEST_F(SlfSource, RefusesCompressedDataThatAreDamaged) {
   EXPECT_EQ(read("damaged.gz"), "error: the compressed data are damaged");
 }
 
-TEST_F(SlfSource, SaysWhyAFileCannotBeRead) {
+TEST_F(InputFileTest, SaysWhyAFileCannotBeRead) {
   std::filesystem::create_directory("folder");
   EXPECT_EQ(read("missing"), "error: No such file or directory");
   EXPECT_EQ(read("folder"), "error: Is a directory");
