@@ -53,7 +53,7 @@ std::string AutomatonReading::fill() {
   m_Lattice.utterance = inUtf8(m_Automaton.name);
   if (m_Automaton.hasAcousticCosts) {
     m_Lattice.scoreNames = {"a", "l"};
-    m_Lattice.scales.acoustic = m_Options.acousticScale.value_or(kKaldiAcousticScale);
+    m_Lattice.scales.acoustic = kKaldiAcousticScale;
   }
   makeNodes();
   m_Start = nodeOf(m_Automaton.start);

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "words/decimal.h"
+#include "words/spoken_words.h"
 
 namespace quorbel {
 namespace {
@@ -90,13 +91,13 @@ std::string PathsAsText::next(const LatticePath& path) {
 }
 
 std::string pathAsCtm(const WordLattice& lattice, const LatticePath& path,
-                      const std::string& utterance) {
+                      const std::string& utterance, bool hasMarks) {
   constexpr int kTimeDigits = 3;
   constexpr int kConfidenceDigits = 4;
   std::string text;
   for (const std::size_t index : path.links) {
     const WordLink& link = lattice.links[index];
-    if (link.word.isNull()) continue;
+    if (link.word.isNull() || (!hasMarks && !isSpoken(link.word.text))) continue;
     const double start = startOf(lattice, link);
     text += inOneColumn(utterance) + " 1 " + fixed(start, kTimeDigits) + " " +
             fixed(std::max(0.0, endOf(lattice, link) - start), kTimeDigits) + " " +

@@ -30,9 +30,10 @@ class PathsAsText {
 
 /// A path as NIST's CTM: for each word the utterance (`utterance`, blanks in it become "_"),
 /// channel 1, start and duration in seconds, the word and, for an acyclic lattice, its posterior.
-/// Links without word are left out.
+/// Links without word are left out, and those that say what nobody says (see isSpoken) unless
+/// `hasMarks` is set.
 std::string pathAsCtm(const WordLattice& lattice, const LatticePath& path,
-                      const std::string& utterance);
+                      const std::string& utterance, bool hasMarks = false);
 
 /// Paths as an HTK label file, alternatives with a line "///" between them: for each word start and
 /// end in units of 100 ns, the word with HTK's quoting where it needs it, and its score. Links

@@ -28,6 +28,7 @@ bool LatticeInput::next(WordLattice& lattice) {
                     ? "no utterance \"" + drawableText(*m_Options.utterance) + "\" in it"
                     : "no utterance in it");
   }
+  chooseScales(lattice, m_Options.scales);
   m_IsFound = true;
   m_IsAtEnd = !m_Archive;
   return true;

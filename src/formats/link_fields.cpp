@@ -20,6 +20,20 @@ bool isMinusInfinity(std::string_view text) {
 
 std::string decoded(const SlfField& field) { return inUtf8(withoutEscapes(field.value)); }
 
+/// The scales of a file whose logarithms times `logOfBase` are natural ones.
+ScoreScales naturalScales(const SlfHeader& header, double logOfBase) {
+  ScoreScales scales = header.scales;
+  scales.wordPenalty = rounded(scales.wordPenalty * logOfBase);
+  return scales;
+}
+
+/// The index of a name among sorted ones; FieldMeaning::kNone where it is none of them.
+int indexIn(const std::vector<std::string>& names, const std::string& name) {
+  const auto found = std::lower_bound(names.begin(), names.end(), name);
+  return found != names.end() && *found == name ? static_cast<int>(found - names.begin())
+                                                : FieldMeaning::kNone;
+}
+
 }  // namespace
 
 bool isDialectFile(const SlfFile& file) {
@@ -39,15 +53,12 @@ LinkFields::LinkFields(const SlfFile& file, WordLattice& lattice)
       m_Lattice(lattice),
       m_Keys(file, lattice.isDialect),
       m_LogOfBase(logOfBase(file.header.base)),
-      m_Acoustic(scoreIndex("a")),
-      m_Language(scoreIndex("l")),
-      m_Pronunciation(scoreIndex("r")),
-      m_Total(scoreIndex(kTotalName)),
+      m_Formula(m_Keys.scoreNames(), naturalScales(file.header, m_LogOfBase)),
+      m_Total(indexIn(m_Keys.scoreNames(), kTotalName)),
       m_ScorePlace(m_Keys.scoreNames().size(), 0),
       m_AttributePlace(m_Keys.attributeNames().size(), 0) {
   lattice.scoreNames = m_Keys.scoreNames();
-  lattice.scales = file.header.scales;
-  lattice.scales.wordPenalty = rounded(lattice.scales.wordPenalty * m_LogOfBase);
+  lattice.scales = naturalScales(file.header, m_LogOfBase);
 }
 
 std::string LinkFields::fill(WordLink& link, const SlfRecord* record, const SlfRecord& node) {
@@ -61,13 +72,6 @@ std::string LinkFields::fill(WordLink& link, const SlfRecord* record, const SlfR
   std::sort(link.scores.begin(), link.scores.end(),
             [](const NamedScore& a, const NamedScore& b) { return a.name < b.name; });
   return "";
-}
-
-int LinkFields::scoreIndex(const std::string& name) const {
-  const std::vector<std::string>& names = m_Keys.scoreNames();
-  const auto found = std::lower_bound(names.begin(), names.end(), name);
-  return found != names.end() && *found == name ? static_cast<int>(found - names.begin())
-                                                : FieldMeaning::kNone;
 }
 
 void LinkFields::setScore(std::vector<NamedScore>& scores, int name, double value, bool isAdded) {
@@ -168,14 +172,7 @@ std::string LinkFields::logScore(const SlfField& field, double& value) const {
 /// The total is the sum of the scaled scores, unless the file brings one itself, which then is no
 /// further score of the link.
 void LinkFields::takeTotal(WordLink& link) const {
-  const ScoreScales& scales = m_Lattice.scales;
-  double total = link.word.isNull() ? 0.0 : scales.wordPenalty;
-  for (const NamedScore& score : link.scores) {
-    if (score.name == m_Acoustic) total += scales.acoustic * score.value;
-    if (score.name == m_Language) total += scales.language * score.value;
-    if (score.name == m_Pronunciation) total += scales.pronunciation * score.value;
-  }
-  link.total = rounded(total);
+  link.total = m_Formula.of(link);
   const auto own = std::find_if(link.scores.begin(), link.scores.end(),
                                 [&](const NamedScore& score) { return score.name == m_Total; });
   if (own == link.scores.end()) return;

@@ -7,6 +7,7 @@
 
 #include "formats/field_keys.h"
 #include "formats/slf_file.h"
+#include "words/total_formula.h"
 #include "words/word_lattice.h"
 
 namespace quorbel {
@@ -40,16 +41,13 @@ class LinkFields {
   std::string logScore(const SlfField& field, double& value) const;
   void setWord(Word& word, const SlfField& field) const;
   void takeTotal(WordLink& link) const;
-  int scoreIndex(const std::string& name) const;
 
   const SlfFile& m_File;
   WordLattice& m_Lattice;
   const FieldKeys m_Keys;
   const double m_LogOfBase;  ///< factor from the file's logarithms to natural ones
-  const int m_Acoustic;      ///< index of "a" among the score names, or FieldMeaning::kNone
-  const int m_Language;
-  const int m_Pronunciation;
-  const int m_Total;
+  const TotalFormula m_Formula;
+  const int m_Total;  ///< index of the total among the score names, or FieldMeaning::kNone
   std::vector<std::size_t> m_ScorePlace;      ///< for each name, where a link last had it
   std::vector<std::size_t> m_AttributePlace;  ///< the same for attributes
 };

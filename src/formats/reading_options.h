@@ -7,6 +7,7 @@
 #include <string>
 
 #include "formats/word_table.h"
+#include "measures/scales.h"
 
 namespace quorbel {
 
@@ -15,7 +16,7 @@ struct ReadingOptions {
   std::shared_ptr<WordTable> words;      ///< of the numbers in Kaldi's and OpenFst's files; or null
   std::optional<std::string> utterance;  ///< only the lattice of this name
   double frameShift = 0.01;              ///< seconds that a transition id of Kaldi's stands for
-  std::optional<double> acousticScale;   ///< of Kaldi's acoustic costs; kKaldiAcousticScale if none
+  ScaleChoice scales;                    ///< instead of those of the file
 };
 
 /// What Kaldi's own tools scale acoustic costs with unless they are told otherwise.

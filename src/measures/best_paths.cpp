@@ -7,6 +7,7 @@
 
 #include "measures/fst_graph.h"
 #include "measures/ranked_paths.h"
+#include "measures/ranked_sentences.h"
 
 namespace quorbel {
 namespace {
@@ -102,35 +103,54 @@ std::string refusal(const WordLattice& lattice, const std::vector<double>& score
 }
 
 /// Gives the best path and then the others. It may lie anywhere among those that are equally good,
-/// or behind the last of them that there is place for.
-void takeFirst(const LatticePath& best, const RankedPaths& paths, std::size_t count,
+/// or behind the last of them that there is place for. `isBest` tells which of them it is.
+template <typename Ranked, typename IsBest>
+void takeFirst(const LatticePath& best, Ranked& ranked, std::size_t count, const IsBest& isBest,
                const TakePath& take) {
   if (!take(best)) return;
   bool isMet = false;
-  for (std::size_t rank = 0; rank < paths.size(); ++rank) {
+  for (std::size_t rank = 0; rank < ranked.size(); ++rank) {
     if (!isMet && rank + 1 == count) return;
-    const LatticePath path = paths.path(rank);
-    if (!isMet && path.links == best.links)
+    const LatticePath path = ranked.path(rank);
+    if (!isMet && isBest(path))
       isMet = true;
     else if (!take(path))
       return;
   }
 }
 
-}  // namespace
-
-std::string forBestPaths(const WordLattice& lattice, const std::vector<double>& scores, int count,
-                         const TakePath& take) {
+/// Finds the best path; gives `takeAll` it, to take all that is wanted.
+template <typename TakeAll>
+std::string beginWithBest(const WordLattice& lattice, const std::vector<double>& scores,
+                          const TakeAll& takeAll) {
   if (std::string error = refusal(lattice, scores); !error.empty()) return error;
   const auto links =
       ViewersSearch(lattice, scores).way(0, static_cast<int>(lattice.nodes.size()) - 1);
   if (!links) return kNoPath;
-  const LatticePath best = pathOf(*links, scores);
-  if (count == 1)
-    take(best);
-  else
-    takeFirst(best, RankedPaths(lattice, scores, slot(count)), slot(count), take);
+  takeAll(pathOf(*links, scores));
   return "";
+}
+
+}  // namespace
+
+std::string forBestPaths(const WordLattice& lattice, const std::vector<double>& scores, int count,
+                         const TakePath& take) {
+  return beginWithBest(lattice, scores, [&](const LatticePath& best) {
+    RankedPaths ranked(lattice, scores, count == 1 ? 0 : slot(count));
+    const auto isBest = [&](const LatticePath& path) { return path.links == best.links; };
+    takeFirst(best, ranked, slot(count), isBest, take);
+  });
+}
+
+std::string forBestSentences(const WordLattice& lattice, const std::vector<double>& scores,
+                             int count, const TakePath& take) {
+  return beginWithBest(lattice, scores, [&](const LatticePath& best) {
+    RankedSentences ranked(lattice, scores, count == 1 ? 0 : slot(count));
+    const auto isBest = [&, words = ranked.wordsOn(best)](const LatticePath& path) {
+      return ranked.wordsOn(path) == words;
+    };
+    takeFirst(best, ranked, slot(count), isBest, take);
+  });
 }
 
 std::string findBestPaths(const WordLattice& lattice, const std::vector<double>& scores, int count,

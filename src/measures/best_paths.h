@@ -31,7 +31,13 @@ using TakePath = std::function<bool(const LatticePath&)>;
 std::string forBestPaths(const WordLattice& lattice, const std::vector<double>& scores, int count,
                          const TakePath& take);
 
-/// The same into `paths`, which stays as it is when there is none.
+/// The same for sentences: of all paths that say the same words only the best is given. What nobody
+/// says, such as pauses, tells no sentences apart (see isSpoken). Equally good ones and failures as
+/// above; in a cyclic lattice a sentence goes around for kMostLinksAround words at most.
+std::string forBestSentences(const WordLattice& lattice, const std::vector<double>& scores,
+                             int count, const TakePath& take);
+
+/// What forBestPaths gives into `paths`, which stays as it is when there is none.
 std::string findBestPaths(const WordLattice& lattice, const std::vector<double>& scores, int count,
                           std::vector<LatticePath>& paths);
 

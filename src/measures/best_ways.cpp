@@ -6,14 +6,6 @@
 namespace quorbel {
 namespace {
 
-/// The links that enter each node, as indices into the lattice's links.
-std::vector<std::vector<std::size_t>> enteringLinks(const WordLattice& lattice) {
-  std::vector<std::vector<std::size_t>> entering(lattice.nodes.size());
-  for (std::size_t i = 0; i < lattice.links.size(); ++i)
-    entering[slot(lattice.links[i].end)].push_back(i);
-  return entering;
-}
-
 /// Links lead to later nodes and are sorted by where they start: those behind come first.
 void measureFromBehind(const WordLattice& lattice, const std::vector<double>& scores,
                        std::vector<Distance>& toEnd) {
@@ -50,6 +42,13 @@ void measureAround(const WordLattice& lattice, const std::vector<double>& scores
 }
 
 }  // namespace
+
+std::vector<std::vector<std::size_t>> enteringLinks(const WordLattice& lattice) {
+  std::vector<std::vector<std::size_t>> entering(lattice.nodes.size());
+  for (std::size_t i = 0; i < lattice.links.size(); ++i)
+    entering[slot(lattice.links[i].end)].push_back(i);
+  return entering;
+}
 
 BestWays bestWaysToEnd(const WordLattice& lattice, const std::vector<double>& scores) {
   BestWays ways;

@@ -21,6 +21,14 @@ struct Distance {
   }
 };
 
+inline Distance operator+(const Distance& a, const Distance& b) {
+  return {a.cost + b.cost, a.links + b.links};
+}
+
+inline Distance operator-(const Distance& a, const Distance& b) {
+  return {a.cost - b.cost, a.links - b.links};
+}
+
 /// The shortest ways; both have an entry for each node.
 struct BestWays {
   std::vector<Distance> toEnd;  ///< costs are infinite where no way leads to the end
@@ -30,6 +38,9 @@ struct BestWays {
 /// Finds the ways by `scores`, one for each link, of which none may be positive in a cyclic
 /// lattice. Of equally short ones that with the lower index of its next link is taken.
 BestWays bestWaysToEnd(const WordLattice& lattice, const std::vector<double>& scores);
+
+/// The links that enter each node, as indices into the lattice's links.
+std::vector<std::vector<std::size_t>> enteringLinks(const WordLattice& lattice);
 
 /// How far it is to the end through a link of this score that leads to a node at `rest`. Never
 /// shorter, to the last bit, than the way from the node that the link leaves.

@@ -14,8 +14,7 @@ void Detours::list(const WordLattice& lattice, const std::vector<double>& scores
     if (ways.toEnd[slot(link.end)].cost == std::numeric_limits<double>::infinity()) continue;
     if (ways.nextLink[slot(link.start)] == index) continue;
     const Distance detour = through(scores[i], ways.toEnd[slot(link.end)]);
-    m_Detours.push_back(
-        {{{detour.cost - way.cost, detour.links - way.links}, index}, link.start, false});
+    m_Detours.push_back({{detour - way, index}, link.start, false});
   }
   std::sort(m_Detours.begin(), m_Detours.end(), [](const Listed& a, const Listed& b) {
     return std::tie(a.node, a.detour) < std::tie(b.node, b.detour);

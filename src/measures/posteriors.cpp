@@ -10,20 +10,24 @@
 namespace quorbel {
 namespace {
 
-std::vector<double> totalsOf(const WordLattice& lattice) {
-  return *scoresNamed(lattice, kTotalName);
+/// The totals of all links, divided by `scale`.
+std::vector<double> totalsOf(const WordLattice& lattice, double scale) {
+  std::vector<double> totals = *scoresNamed(lattice, kTotalName);
+  for (double& total : totals) total /= scale;
+  return totals;
 }
 
 /// For each node the sum, in the semiring of the arcs, over all paths from the start to it, or
 /// (`isReversed`) from it to the end. States are in topological order, so each is passed once; no
 /// difference is too small to count.
 template <typename Arc>
-std::vector<double> distances(const WordLattice& lattice, bool isReversed) {
+std::vector<double> distances(const WordLattice& lattice, const std::vector<double>& totals,
+                              bool isReversed) {
   using EveryArc = fst::AnyArcFilter<Arc>;
   using Queue = fst::StateOrderQueue<int>;
   constexpr float kNoDifference = 0.0F;
   const std::vector<char> all(lattice.links.size(), true);
-  const fst::VectorFst<Arc> graph = fstOf<Arc>(lattice, totalsOf(lattice), all, isReversed);
+  const fst::VectorFst<Arc> graph = fstOf<Arc>(lattice, totals, all, isReversed);
   Queue queue;
   std::vector<typename Arc::Weight> weights;
   const fst::ShortestDistanceOptions<Arc, Queue, EveryArc> options(&queue, EveryArc(), 0,
@@ -38,15 +42,15 @@ std::vector<double> distances(const WordLattice& lattice, bool isReversed) {
 
 /// For each link what all paths through it cost together.
 template <typename Arc>
-std::vector<double> costsThrough(const WordLattice& lattice, double& ofAll) {
-  const std::vector<double> fromStart = distances<Arc>(lattice, false);
-  const std::vector<double> toEnd = distances<Arc>(lattice, true);
+std::vector<double> costsThrough(const WordLattice& lattice, const std::vector<double>& totals,
+                                 double& ofAll) {
+  const std::vector<double> fromStart = distances<Arc>(lattice, totals, false);
+  const std::vector<double> toEnd = distances<Arc>(lattice, totals, true);
   ofAll = fromStart.back();
   std::vector<double> costs(lattice.links.size());
   for (std::size_t i = 0; i < costs.size(); ++i) {
     const WordLink& link = lattice.links[i];
-    costs[i] = fromStart[static_cast<std::size_t>(link.start)] - link.total +
-               toEnd[static_cast<std::size_t>(link.end)];
+    costs[i] = fromStart[slot(link.start)] - totals[i] + toEnd[slot(link.end)];
   }
   return costs;
 }
@@ -56,7 +60,8 @@ std::vector<double> costsThrough(const WordLattice& lattice, double& ofAll) {
 void computePosteriors(WordLattice& lattice) {
   if (lattice.isCyclic) return;
   double costOfAll = 0.0;
-  const std::vector<double> costs = costsThrough<LogArc>(lattice, costOfAll);
+  const std::vector<double> costs =
+      costsThrough<LogArc>(lattice, totalsOf(lattice, posteriorScale(lattice.scales)), costOfAll);
   for (std::size_t i = 0; i < costs.size(); ++i) {
     const double logPosterior = costOfAll - costs[i];
     const bool isOnPath = logPosterior > kLowestLogPosterior;  // false for not-a-number too
@@ -66,7 +71,7 @@ void computePosteriors(WordLattice& lattice) {
 
 std::vector<double> bestScoresThrough(const WordLattice& lattice) {
   double costOfBest = 0.0;
-  std::vector<double> scores = costsThrough<CostArc>(lattice, costOfBest);
+  std::vector<double> scores = costsThrough<CostArc>(lattice, totalsOf(lattice, 1.0), costOfBest);
   for (double& score : scores) score = -score;
   return scores;
 }

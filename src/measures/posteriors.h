@@ -12,8 +12,9 @@ namespace quorbel {
 inline constexpr double kLowestLogPosterior = -1e6;
 
 /// Gives each link of an acyclic lattice the natural logarithm of its posterior: the sum of
-/// exp(total) over all paths from start to end that take the link, divided by that sum over all
-/// paths; between kLowestLogPosterior and 0. The links of a cyclic lattice stay as they are.
+/// exp(total / posteriorScale) over all paths from start to end that take the link, divided by that
+/// sum over all paths; between kLowestLogPosterior and 0. The links of a cyclic lattice stay as
+/// they are.
 void computePosteriors(WordLattice& lattice);
 
 /// The score of the best path through each link, the sum of its links' totals; -infinity for a link

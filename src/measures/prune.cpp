@@ -46,7 +46,8 @@ Choice connected(const WordLattice& lattice, const Choice& choice) {
 
 /// The links from the likeliest on, of equally likely ones in the order of their ids. Sums of the
 /// same numbers in another order differ in their last digits: what differs by no more is equal.
-/// `best` is the total of the best path, which says how large such sums are.
+/// `best` is the total of the best path, divided as totals are for posteriors, which says how large
+/// such sums are.
 std::vector<std::size_t> likeliestFirst(const WordLattice& lattice, double best) {
   constexpr double kNoise = 1e-12;
   std::vector<std::size_t> order(lattice.links.size());
@@ -102,7 +103,8 @@ std::string pruneToLinks(WordLattice& lattice, std::size_t count) {
   Choice best;
   double total = 0.0;
   if (std::string error = chooseBestPath(lattice, best, total); !error.empty()) return error;
-  const std::vector<std::size_t> order = likeliestFirst(lattice, total);
+  const std::vector<std::size_t> order =
+      likeliestFirst(lattice, total / posteriorScale(lattice.scales));
   const auto withLikeliest = [&](std::size_t number) {
     Choice choice = best;
     for (std::size_t i = 0; i < number; ++i) choice[order[i]] = true;

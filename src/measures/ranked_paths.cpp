@@ -21,8 +21,6 @@ struct Candidate {
   }
 };
 
-Distance sum(const Distance& a, const Distance& b) { return {a.cost + b.cost, a.links + b.links}; }
-
 }  // namespace
 
 RankedPaths::RankedPaths(const WordLattice& lattice, const std::vector<double>& scores,
@@ -50,7 +48,7 @@ void RankedPaths::search(std::size_t count) {
   const int mostLinks = static_cast<int>(m_Lattice.nodes.size()) + kMostLinksAround;
   std::priority_queue<Candidate> candidates;
   const auto consider = [&](int without, const Detours::Place& place) {
-    const Distance length = sum(m_Found[slot(without)].length, detours.at(place).more);
+    const Distance length = m_Found[slot(without)].length + detours.at(place).more;
     candidates.push({length, without, place});
   };
   const auto keep = [&](const Found& found) {

@@ -19,6 +19,8 @@ struct BestArguments {
   std::string in;
   ReadingOptions reading;
   int count = 1;
+  bool hasRepeats = false;
+  bool hasMarks = false;
   std::string scoreName = kTotalName;
   std::string format = "text";
 };
@@ -55,8 +57,9 @@ std::function<std::string(const LatticePath&)> textOfPaths(const BestArguments& 
                                                            const WordLattice& lattice,
                                                            const std::vector<double>& scores) {
   if (arguments.format == "ctm")
-    return [&lattice, utterance = utteranceOf(lattice, arguments.in)](const LatticePath& path) {
-      return pathAsCtm(lattice, path, utterance);
+    return [&lattice, utterance = utteranceOf(lattice, arguments.in),
+            hasMarks = arguments.hasMarks](const LatticePath& path) {
+      return pathAsCtm(lattice, path, utterance, hasMarks);
     };
   if (arguments.format == "htk")
     return [paths = PathsAsHtkLabels(lattice, scores)](const LatticePath& path) mutable {
@@ -82,7 +85,8 @@ CommandResult runBest(const BestArguments& arguments, Progress& progress) {
     ++count;
     return printer.print(text(path));
   };
-  error = forBestPaths(lattice, *scores, arguments.count, print);
+  const auto search = arguments.hasRepeats ? forBestPaths : forBestSentences;
+  error = search(lattice, *scores, arguments.count, print);
   if (!error.empty()) return arguments.in + ": " + error;
   if (!lattice.hasTimes)
     say(arguments.in + ": no node has a time; its depth in the lattice stands for it");
@@ -103,9 +107,10 @@ Command addBest(CLI::App& app) {
       ->add_option("IN", arguments->in,
                    "Lattice, plain or compressed by gzip; - is the standard input")
       ->required();
-  command->add_option("--nbest", arguments->count, "So many paths (1)")
+  command->add_option("--nbest", arguments->count, "So many paths, of different words (1)")
       ->type_name("N")
       ->check(CLI::Range(1, kMostPaths));
+  command->add_flag("--repeats", arguments->hasRepeats, "Also paths of the same words");
   command->add_option("--score", arguments->scoreName, "Score that ranks the paths (TOTAL)")
       ->type_name("NAME");
   command
@@ -113,6 +118,8 @@ Command addBest(CLI::App& app) {
                    "text; ctm: start, duration, word and posterior; htk: an HTK label file (text)")
       ->type_name("FORMAT")
       ->check(CLI::IsMember({"text", "ctm", "htk"}));
+  command->add_flag("--marks", arguments->hasMarks,
+                    "CTM with sentence marks and pauses, such as <s>, </s> and <sil>");
   addReadingOptions(*command, arguments->reading);
   return [arguments](Progress& progress) { return runBest(*arguments, progress); };
 }

@@ -56,7 +56,8 @@ CommandResult runImport(const ImportArguments& arguments, Progress& progress) {
   LatticeInput input(arguments.in, optionsOf(arguments));
   if (!input.next(lattice)) return input.error();
   const std::optional<std::string> text = input.takePlainText();
-  if (arguments.unlessDialect && text && isReadByViewer(*text, lattice)) return "";
+  const bool isChanged = arguments.reading.scales.isMade();
+  if (arguments.unlessDialect && !isChanged && text && isReadByViewer(*text, lattice)) return "";
   progress.begin("searching the best path");
   const std::vector<std::string> warnings = warningsAbout(lattice);
   progress.begin("writing " + arguments.out);  // at last: a signal before leaves what is there

@@ -3,11 +3,18 @@
 #include <memory>
 #include <string>
 
+#include "words/decimal.h"
+
 namespace quorbel {
 namespace {
 
 constexpr double kSmallest = 1e-6;
 constexpr double kLargest = 1e6;
+
+/// CLI11's own check of a range lets "nan" pass.
+std::string whyNoNumber(const std::string& text) {
+  return wholeNumber(text) ? "" : text + " is no number";
+}
 
 }  // namespace
 
@@ -27,12 +34,23 @@ void addReadingOptions(CLI::App& command, ReadingOptions& options) {
       ->add_option("--frame-shift", options.frameShift,
                    "Seconds that each transition id of Kaldi's takes (0.01)")
       ->type_name("SECONDS")
+      ->check(whyNoNumber)
       ->check(CLI::Range(kSmallest, kLargest));
-  group
-      ->add_option("--acoustic-scale", options.acousticScale,
-                   "Scale of Kaldi's acoustic costs (0.1)")
-      ->type_name("SCALE")
-      ->check(CLI::Range(0.0, kLargest));
+  const auto addNumber = [&](const char* name, std::optional<double>& number, const char* text,
+                             double lowest) {
+    group->add_option(name, number, text)
+        ->type_name("NUMBER")
+        ->check(whyNoNumber)
+        ->check(CLI::Range(lowest, kLargest));
+  };
+  ScaleChoice& scales = options.scales;
+  addNumber("--acoustic-scale", scales.acoustic,
+            "Scale of acoustic scores (that of the file, 0.1 in Kaldi's)", 0.0);
+  addNumber("--lmscale", scales.language, "Scale of language model scores (that of the file)", 0.0);
+  addNumber("--wdpenalty", scales.wordPenalty,
+            "What each word adds to TOTAL, a natural logarithm (that of the file)", -kLargest);
+  addNumber("--posterior-scale", scales.posterior,
+            "What TOTAL is divided by for posteriors (lmscale where that is above 1)", kSmallest);
 }
 
 }  // namespace quorbel

@@ -5,6 +5,10 @@
 
 namespace quorbel {
 
+double posteriorScale(const ScoreScales& scales) {
+  return scales.posterior.value_or(std::max(1.0, scales.language));
+}
+
 void sortLinks(WordLattice& lattice) {
   std::sort(lattice.links.begin(), lattice.links.end(), [](const WordLink& a, const WordLink& b) {
     return std::tie(a.start, a.end, b.total, a.id) < std::tie(b.start, b.end, a.total, b.id);

@@ -30,11 +30,19 @@ struct Word {
 /// What is known of the scores of a whole lattice, with the values that HTK gives what a file does
 /// not name.
 struct ScoreScales {
-  double acoustic = 1.0;       ///< acscale, of the score "a"
-  double language = 1.0;       ///< lmscale, of the score "l"
-  double pronunciation = 1.0;  ///< prscale, of the score "r"
-  double wordPenalty = 0.0;    ///< wdpenalty, a log likelihood
+  double acoustic = 1.0;            ///< acscale, of the score "a"
+  double language = 1.0;            ///< lmscale, of the score "l"
+  double pronunciation = 1.0;       ///< prscale, of the score "r"
+  double wordPenalty = 0.0;         ///< wdpenalty, a log likelihood
+  std::optional<double> posterior;  ///< what totals are divided by for posteriors; above 0, see
+                                    ///< posteriorScale
 };
+
+/// What the totals of a lattice are divided by before they are added up over paths: what is asked
+/// for, else the language model's scale where that is above 1. A recogniser scales its language
+/// model up to balance acoustic scores that are far too sure of themselves; down by the same factor
+/// they say how likely a path is.
+double posteriorScale(const ScoreScales& scales);
 
 /// One score of a link under its name.
 struct NamedScore {

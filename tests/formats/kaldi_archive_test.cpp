@@ -147,7 +147,7 @@ TEST_F(KaldiArchiveTest, CountsFramesOnTheWayWithTheMost) {
 }
 
 TEST_F(KaldiArchiveTest, ScalesAcousticCosts) {
-  m_Options.acousticScale = 0.5;
+  m_Options.scales.acoustic = 0.5;
   EXPECT_EQ(read("u\n0 1 a 2.5,100,\n1\n\n").links[0].total, -52.5);
   EXPECT_EQ(m_Lattice.scales.acoustic, 0.5);
   EXPECT_EQ(read("u\n0 1 a Infinity,1,\n1\n\n").links[0].total, -1000000.5);

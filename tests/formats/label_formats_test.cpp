@@ -57,6 +57,20 @@ TEST_F(LabelFormats, CtmHasStartDurationWordAndPosterior) {
             "talk_one 1 0.450 0.800 \"quoted\" 1.0000\n");
 }
 
+TEST_F(LabelFormats, CtmHasMarksAndPausesOnlyWhenTheyAreAskedFor) {
+  WordLattice lattice;
+  readText(
+      "N=5 L=4\nI=0 t=0\nI=1 t=1\nI=2 t=2\nI=3 t=3\nI=4 t=4\nJ=0 S=0 E=1 W=<s>\n"
+      "J=1 S=1 E=2 W=a\nJ=2 S=2 E=3 W=<sil>\nJ=3 S=3 E=4 W=!NULL\n",
+      lattice);
+  LatticePath path;
+  path.links = {0, 1, 2, 3};
+  EXPECT_EQ(pathAsCtm(lattice, path, "u"), "u 1 1.000 1.000 a 1.0000\n");
+  EXPECT_EQ(pathAsCtm(lattice, path, "u", true),
+            "u 1 0.000 1.000 <s> 1.0000\nu 1 1.000 1.000 a 1.0000\n"
+            "u 1 2.000 1.000 <sil> 1.0000\n");
+}
+
 TEST_F(LabelFormats, HtkLabelsHaveUnitsOf100NanosecondsAndAlternatives) {
   EXPECT_EQ(asHtkLabels(),
             "0 4000000 \"good day\" -2\n"

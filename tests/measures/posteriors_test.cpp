@@ -19,20 +19,26 @@ TEST(Posteriors, AreSumsOverAllPaths) {
     RandomOptions options;
     options.hasPositive = round % 3 == 0;
     const RandomLattice plain = randomLattice(random, options);
+    WordLattice lattice;
+    readText(plain.text(), lattice);
+    double scale = std::max(1.0, plain.languageScale);
+    if (round % 2 == 0) {
+      scale = 0.25 * (1 + round % 9);
+      lattice.scales.posterior = scale;
+      computePosteriors(lattice);
+    }
     double all = 0.0;
     std::map<int, double> through;  // by link id
     std::map<int, double> best;
     for (const PlainPath& path : allPaths(plain)) {
-      all += std::exp(path.total);
+      all += std::exp(path.total / scale);
       for (const std::size_t index : path.links) {
         const int id = plain.links[index].id;
-        through[id] += std::exp(path.total);
+        through[id] += std::exp(path.total / scale);
         const auto [known, isNew] = best.emplace(id, path.total);
         if (!isNew) known->second = std::max(known->second, path.total);
       }
     }
-    WordLattice lattice;
-    readText(plain.text(), lattice);
     ASSERT_EQ(lattice.links.size(), plain.links.size());
     const std::vector<double> bestScores = bestScoresThrough(lattice);
     for (std::size_t i = 0; i < lattice.links.size(); ++i) {
@@ -46,6 +52,17 @@ TEST(Posteriors, AreSumsOverAllPaths) {
       ASSERT_LE(link.logPosterior, 0.0);
       ASSERT_NEAR(bestScores[i], best[link.id], kExact) << plain.text();
     }
+  }
+}
+
+TEST(Posteriors, AreScaledAsTheLanguageModelIsWhenThatIsAboveOne) {
+  for (const auto& [lmscale, expected] : {std::pair<std::string, double>{"4", 2.0}, {"0.5", 1.0}}) {
+    WordLattice lattice;
+    readText("lmscale=" + lmscale +
+                 "\nN=2 L=2\nI=0 t=0\nI=1 t=1\nJ=0 S=0 E=1 W=x l=-1\nJ=1 S=0 E=1 W=y l=-3\n",
+             lattice);
+    // The difference of the links' totals is 2 * lmscale, and divided by lmscale it is 2 again.
+    EXPECT_NEAR(lattice.links[0].logPosterior, -std::log1p(std::exp(-expected)), kExact);
   }
 }
 

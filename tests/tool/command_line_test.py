@@ -2,10 +2,11 @@
 
 import gzip
 import os
+import re
 import subprocess
 import unittest
 
-from tool import CYCLIC, EXAMPLES, IMPORTED, PROGRAM, ToolTest
+from tool import CYCLIC, EXAMPLES, IMPORTED, PROGRAM, TALK, ToolTest
 
 COMMANDS = ("import", "prune", "best", "info", "draw")
 
@@ -145,8 +146,8 @@ class PruneTest(ToolTest):
         self.assertEqual(
             "VERSION=1.1\nUTTERANCE=talk\nlmscale=2\nN=4 L=4\n"
             "I=0 t=0\nI=1 t=0.4\nI=2 t=0.45\nI=3 t=1.25\n"
-            "J=0 S=0 E=1 W=<w in='good' v='1'/> TOTAL=-3 a=-2 l=-0.5 post=-0.126928\n"
-            "J=1 S=0 E=1 W=<w in='could' v='2'/> TOTAL=-5 a=-3 l=-1 post=-2.126928\n"
+            "J=0 S=0 E=1 W=<w in='good' v='1'/> TOTAL=-3 a=-2 l=-0.5 post=-0.313262\n"
+            "J=1 S=0 E=1 W=<w in='could' v='2'/> TOTAL=-5 a=-3 l=-1 post=-1.313262\n"
             "J=2 S=1 E=2 W=<w in='!NULL'/> TOTAL=-0.5 a=-0.5 post=0\n"
             "J=3 S=2 E=3 W=<w in='day'/> TOTAL=-1.25 a=-1.25 post=0\n", self.read("small.lat"))
 
@@ -216,7 +217,7 @@ class BestTest(ToolTest):
         return text.splitlines()[-1]
 
     def test_prints_ctm_and_htk_labels(self):
-        self.assertEqual("talk 1 0.000 0.400 good 0.8808\ntalk 1 0.450 0.800 day 0.9859\n",
+        self.assertEqual("talk 1 0.000 0.400 good 0.7311\ntalk 1 0.450 0.800 day 0.8933\n",
                          self.succeeds("best", "talk.slf", "--format", "ctm"))
         self.assertEqual("0 4000000 good -3\n4500000 12500000 day -1.25\n///\n"
                          "0 4000000 could -5\n4500000 12500000 day -1.25\n",
@@ -224,6 +225,22 @@ class BestTest(ToolTest):
         self.assertEqual("best: CTM has no place for several paths; leave --nbest out or take "
                          "another format",
                          self.fails("best", "talk.slf", "--format", "ctm", "--nbest", 2))
+
+    def test_ctm_has_marks_and_pauses_only_when_told_to(self):
+        self.write("marks.slf", TALK.replace("W=good", "W=<s>").replace("W=!NULL", "W=<sil>"))
+        day = "talk 1 0.450 0.800 day 0.8933\n"
+        self.assertEqual(day, self.succeeds("best", "marks.slf", "--format", "ctm"))
+        self.assertEqual("talk 1 0.000 0.400 <s> 0.7311\ntalk 1 0.400 0.050 <sil> 0.8933\n" + day,
+                         self.succeeds("best", "marks.slf", "--format", "ctm", "--marks"))
+
+    def test_prints_different_words_unless_repeats_are_asked_for(self):
+        self.write("twice.slf", TALK.replace("W=could", "W=good").replace("W=today", "W=<sil>"))
+        for repeats, expected in (
+                ((), ["path 1: TOTAL=-4.75: good day", "path 2: TOTAL=-9: good <sil>"]),
+                (("--repeats",), ["path 1: TOTAL=-4.75: good day", "path 2: TOTAL=-6.75: good day",
+                                  "path 3: TOTAL=-9: good <sil>", "path 4: TOTAL=-11: good <sil>"])):
+            text = self.succeeds("best", "twice.slf", "--nbest", 9, *repeats)
+            self.assertEqual(expected, re.findall("(?m)^path.*", text))
 
     def test_names_the_utterance_after_the_file_without_another_name(self):
         self.write("monday.slf", "N=2 L=1\nI=0 t=0\nI=1 t=1\nJ=0 S=0 E=1 W=a\n")
@@ -256,7 +273,7 @@ class InfoTest(ToolTest):
                          "end node:         3 (3 in the file)\n"
                          "cyclic:           no\n"
                          "score TOTAL:      -6 to -0.5 on 5 links\n"
-                         "score post:       -4.26416 to -0.0141635 on 5 links\n"
+                         "score post:       -2.23782 to -0.112822 on 5 links\n"
                          "score a:          -4 to -0.5 on 5 links\n"
                          "score l:          -1 to -0.5 on 3 links\n"
                          "best path:        TOTAL=-4.75: good day\n", self.succeeds("info", "talk.slf"))
@@ -331,6 +348,42 @@ class KaldiTest(ToolTest):
                                 cwd=self.folder, timeout=100)
         self.assertEqual(b"quorbel-lattice: standard input: line 1: N=x is no number from 0 on\n",
                          result.stderr)
+
+
+class ScalesTest(ToolTest):
+    """The scales of the header can be replaced in every command."""
+
+    SCALES = ("--lmscale", 6, "--wdpenalty", -2, "--acoustic-scale", 0.5)
+
+    def test_change_totals_in_every_command(self):
+        self.assertEqual("path 1: TOTAL=-8.875: good day",
+                         self.succeeds("best", "talk.slf", *self.SCALES).splitlines()[0])
+        self.assertIn("score TOTAL:      -10 to -0.25 on 5 links\n",
+                      self.succeeds("info", "talk.slf", *self.SCALES))
+        self.succeeds("import", "talk.slf", "talk.lat", *self.SCALES)
+        self.succeeds("prune", "talk.slf", "small.lat", "--beam", 100, *self.SCALES)
+        self.assertEqual(self.read("talk.lat"), self.read("small.lat"))
+        self.assertIn("acscale=0.5\nlmscale=6\nwdpenalty=-2\n", self.read("talk.lat"))
+        self.assertIn("TOTAL=-6 a=-2 l=-0.5 ", self.read("talk.lat"))
+        self.succeeds("draw", "talk.slf", "talk.svg", "--label", "score", *self.SCALES)
+        self.assertIn(">2.625<", self.read("talk.svg"))
+
+    def test_change_posteriors_in_every_command(self):
+        self.assertEqual("talk 1 0.000 0.400 good 0.8808\ntalk 1 0.450 0.800 day 0.9859\n",
+                         self.succeeds("best", "talk.slf", "--format", "ctm", "--posterior-scale", 1))
+        self.assertIn("score post:       -4.26416 to -0.0141635 on 5 links\n",
+                      self.succeeds("info", "talk.slf", "--posterior-scale", 1))
+
+    def test_are_used_in_an_import_of_what_the_viewer_reads(self):
+        self.succeeds("import", "talk.slf", "talk.lat")
+        self.succeeds("import", "--unless-dialect", "talk.lat", "copy.lat", *self.SCALES)
+        self.assertIn("acscale=0.5\nlmscale=6\nwdpenalty=-2\n", self.read("copy.lat"))
+
+    def test_are_numbers_in_a_range(self):
+        for option, value in (("--lmscale", -1), ("--acoustic-scale", "x"), ("--wdpenalty", "nan"),
+                              ("--frame-shift", "nan"), ("--lmscale", "-nan"),
+                              ("--posterior-scale", 0)):
+            self.assertIn(option, self.fails("best", "talk.slf", option, value))
 
 
 class ExamplesTest(ToolTest):

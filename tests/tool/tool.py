@@ -37,11 +37,11 @@ I=0 t=0
 I=1 t=0.4
 I=2 t=0.45
 I=3 t=1.25
-J=0 S=0 E=1 W=<w in='good' v='1'/> TOTAL=-3 a=-2 l=-0.5 post=-0.126928
-J=1 S=0 E=1 W=<w in='could' v='2'/> TOTAL=-5 a=-3 l=-1 post=-2.126928
-J=2 S=1 E=2 W=<w in='!NULL'/> TOTAL=-0.5 a=-0.5 post=-0.014163
-J=4 S=1 E=3 W=<w in='today'/> TOTAL=-6 a=-4 l=-1 post=-4.264163
-J=3 S=2 E=3 W=<w in='day'/> TOTAL=-1.25 a=-1.25 post=-0.014163
+J=0 S=0 E=1 W=<w in='good' v='1'/> TOTAL=-3 a=-2 l=-0.5 post=-0.313262
+J=1 S=0 E=1 W=<w in='could' v='2'/> TOTAL=-5 a=-3 l=-1 post=-1.313262
+J=2 S=1 E=2 W=<w in='!NULL'/> TOTAL=-0.5 a=-0.5 post=-0.112822
+J=4 S=1 E=3 W=<w in='today'/> TOTAL=-6 a=-4 l=-1 post=-2.237822
+J=3 S=2 E=3 W=<w in='day'/> TOTAL=-1.25 a=-1.25 post=-0.112822
 """
 
 CYCLIC = """N=3 L=3
