@@ -16,6 +16,7 @@ constexpr double kCentimetresPerPoint = 2.54 / 72.0;
 
 // How `dot` draws what its layout does not tell; layout points.
 constexpr double kLineWidth = 1.0;
+constexpr double kDashLength = 6.0;
 constexpr double kGapBetweenOutlines = 4.0;
 constexpr double kArrowLength = 10.0;
 constexpr double kArrowWidth = 7.0;
@@ -30,6 +31,8 @@ constexpr double kFontSizePerTextHeight = 0.8;
 // Numbers of Dia's choices.
 constexpr int kFilledTriangle = 3;
 constexpr int kAnchorIsBaseline = 3;
+constexpr int kDashedLine = 1;
+constexpr int kDottedLine = 4;
 
 int alignment(Justification justification) {
   switch (justification) {
@@ -47,13 +50,16 @@ std::string colourValue(const std::string& name, const char* otherwise) {
     const char* name;
     const char* value;
   };
-  constexpr std::array<Colour, 7> kColours = {{{"black", "#000000"},
-                                               {"blue", "#0000ff"},
-                                               {"cyan", "#00ffff"},
-                                               {"darkorange", "#ff8c00"},
-                                               {"lightgrey", "#d3d3d3"},
-                                               {"red", "#ff0000"},
-                                               {"yellow", "#ffff00"}}};
+  constexpr std::array<Colour, 10> kColours = {{{"black", "#000000"},
+                                                {"blue", "#0000ff"},
+                                                {"cyan", "#00ffff"},
+                                                {"darkgreen", "#006400"},
+                                                {"darkorange", "#ff8c00"},
+                                                {"lightgrey", "#d3d3d3"},
+                                                {"palegreen", "#98fb98"},
+                                                {"red", "#ff0000"},
+                                                {"white", "#ffffff"},
+                                                {"yellow", "#ffff00"}}};
   for (const Colour& colour : kColours)
     if (name == colour.name) return colour.value;
   return otherwise;
@@ -61,8 +67,6 @@ std::string colourValue(const std::string& name, const char* otherwise) {
 
 std::string lineColour(const std::string& name) { return colourValue(name, "#000000"); }
 std::string fillColour(const std::string& name) { return colourValue(name, "#d3d3d3"); }
-
-double centimetres(double points) { return points * kCentimetresPerPoint; }
 
 /// The length of a text as far as it can be told without its font; layout points.
 double estimatedWidth(const std::string& text) {
@@ -73,29 +77,34 @@ double estimatedWidth(const std::string& text) {
 /// Adds the objects of one drawing to a diagram.
 class DiagramWriter {
  public:
-  explicit DiagramWriter(const DotDrawing& drawing) : m_Drawing(drawing) {}
+  DiagramWriter(const DotDrawing& drawing, const DiaLook& look)
+      : m_Drawing(drawing), m_Look(look) {}
   std::string write();
 
  private:
+  double centimetres(double points) const { return points * kCentimetresPerPoint * m_Look.scale; }
   DiaPoint place(LayoutPoint point) const;
   void addNode(const DrawnNode& node);
   void addEllipse(const DrawnNode& node, double inset, bool filled);
   void addOctagon(const DrawnNode& node, double outset, bool filled);
-  void addSpline(const DrawnSpline& spline, const std::string& colour);
+  void addPattern(LinePattern pattern);
+  void addSpline(const DrawnSpline& spline, const DrawnEdge& edge);
   void addArrow(const char* end);
-  void addLabel(const std::vector<LabelLine>& lines, LayoutPoint centre, const std::string& colour);
+  void addLabel(const std::vector<LabelLine>& lines, LayoutPoint centre,
+                const std::string& colourName, bool isBold = false);
   void addText(const std::string& text, Justification justification, LayoutPoint anchor,
-               const std::string& colour);
+               const std::string& colour, bool isBold);
 
   const DotDrawing& m_Drawing;
+  const DiaLook& m_Look;
   DiaXml m_Xml;
 };
 
 std::string DiagramWriter::write() {
   for (const DrawnNode& node : m_Drawing.nodes) addNode(node);
   for (const DrawnEdge& edge : m_Drawing.edges) {
-    for (const DrawnSpline& spline : edge.splines) addSpline(spline, lineColour(edge.colour));
-    addLabel(edge.label, edge.labelCentre, lineColour(edge.fontColour));
+    for (const DrawnSpline& spline : edge.splines) addSpline(spline, edge);
+    addLabel(edge.label, edge.labelCentre, edge.fontColour, edge.isBold);
   }
   return m_Xml.finish();
 }
@@ -122,7 +131,7 @@ void DiagramWriter::addNode(const DrawnNode& node) {
       addOctagon(node, kGapBetweenOutlines, false);
       break;
   }
-  addLabel(node.label, node.centre, lineColour(node.fontColour));
+  addLabel(node.label, node.centre, node.fontColour);
   m_Xml.endGroup();
 }
 
@@ -138,6 +147,7 @@ void DiagramWriter::addEllipse(const DrawnNode& node, double inset, bool filled)
   m_Xml.colour("border_color", lineColour(node.colour));
   if (filled) m_Xml.colour("inner_color", fillColour(node.fillColour));
   m_Xml.boolean("show_background", filled);
+  addPattern(node.pattern);
   m_Xml.endObject();
 }
 
@@ -172,9 +182,16 @@ void DiagramWriter::addOctagon(const DrawnNode& node, double outset, bool filled
   m_Xml.endObject();
 }
 
+/// Adds how the line of an object is broken, which a solid one does not say.
+void DiagramWriter::addPattern(LinePattern pattern) {
+  if (pattern == LinePattern::Solid) return;
+  m_Xml.enumeration("line_style", pattern == LinePattern::Dashed ? kDashedLine : kDottedLine);
+  m_Xml.real("dashlength", centimetres(kDashLength));
+}
+
 /// Adds a line. `dot` ends it at the foot of the arrow head, Dia at its tip: a straight piece leads
 /// from one to the other.
-void DiagramWriter::addSpline(const DrawnSpline& spline, const std::string& colour) {
+void DiagramWriter::addSpline(const DrawnSpline& spline, const DrawnEdge& edge) {
   std::vector<LayoutPoint> points = spline.points;
   if (spline.startTip) {
     const LayoutPoint foot = points.front();
@@ -190,8 +207,9 @@ void DiagramWriter::addSpline(const DrawnSpline& spline, const std::string& colo
 
   m_Xml.beginObject("Standard - BezierLine", "0");
   m_Xml.points("bez_points", places);
-  m_Xml.colour("line_color", colour);
-  m_Xml.real("line_width", centimetres(kLineWidth));
+  m_Xml.colour("line_color", lineColour(edge.colour));
+  m_Xml.real("line_width", centimetres(edge.lineWidth));
+  addPattern(edge.pattern);
   if (spline.startTip) addArrow("start_arrow");
   if (spline.endTip) addArrow("end_arrow");
   m_Xml.endObject();
@@ -205,7 +223,8 @@ void DiagramWriter::addArrow(const char* end) {
 }
 
 void DiagramWriter::addLabel(const std::vector<LabelLine>& lines, LayoutPoint centre,
-                             const std::string& colour) {
+                             const std::string& colourName, bool isBold) {
+  const std::string colour = lineColour(colourName);
   double halfWidth = 0.0;
   for (const LabelLine& line : lines)
     halfWidth = std::max(halfWidth, estimatedWidth(line.text) / 2.0);
@@ -217,19 +236,23 @@ void DiagramWriter::addLabel(const std::vector<LabelLine>& lines, LayoutPoint ce
     double x = centre.x;
     if (justification == Justification::Left) x -= halfWidth;
     if (justification == Justification::Right) x += halfWidth;
-    if (!line.text.empty()) addText(line.text, justification, {x, baseline}, colour);
+    if (!line.text.empty()) addText(line.text, justification, {x, baseline}, colour, isBold);
     baseline -= kLineDistance;
   }
 }
 
 /// Adds one line of text; `anchor` is the left end, middle or right end of its baseline.
 void DiagramWriter::addText(const std::string& text, Justification justification,
-                            LayoutPoint anchor, const std::string& colour) {
+                            LayoutPoint anchor, const std::string& colour, bool isBold) {
   m_Xml.beginObject("Standard - Text", "1");
   m_Xml.point("obj_pos", place(anchor));
   m_Xml.beginComposite("text", "text");
   m_Xml.string("string", text);
-  m_Xml.font("font", "serif", "Times-Roman");
+  if (m_Look.font.empty()) {
+    m_Xml.font("font", "serif", isBold ? "Times-Bold" : "Times-Roman", isBold);
+  } else {
+    m_Xml.font("font", m_Look.font, m_Look.font, isBold);
+  }
   m_Xml.real("height", centimetres(kFontSize) / kFontSizePerTextHeight);
   m_Xml.point("pos", place(anchor));
   m_Xml.colour("color", colour);
@@ -241,7 +264,9 @@ void DiagramWriter::addText(const std::string& text, Justification justification
 
 }  // namespace
 
-std::string diaDiagram(const DotDrawing& drawing) { return DiagramWriter(drawing).write(); }
+std::string diaDiagram(const DotDrawing& drawing, const DiaLook& look) {
+  return DiagramWriter(drawing, look).write();
+}
 
 bool writeDiaDiagram(const std::string& layoutFile, const std::string& diagramFile) {
   std::ifstream layout(layoutFile, std::ios::binary);

@@ -17,7 +17,13 @@ namespace quorbel {
 /// whole diagram, about 3 KB an edge.
 bool writeDiaDiagram(const std::string& layoutFile, const std::string& diagramFile);
 
+/// How a diagram differs from what `dot` draws by itself.
+struct DiaLook {
+  double scale = 1.0;  ///< how long a layout point is; points
+  std::string font;    ///< family of all letters; "" for Times
+};
+
 /// The text of that diagram, XML in UTF-8; "" when memory did not suffice.
-std::string diaDiagram(const DotDrawing& drawing);
+std::string diaDiagram(const DotDrawing& drawing, const DiaLook& look = {});
 
 }  // namespace quorbel

@@ -83,11 +83,12 @@ void DiaXml::string(const char* name, const std::string& text) {
   end();
 }
 
-void DiaXml::font(const char* name, const char* family, const char* postscriptName) {
+void DiaXml::font(const char* name, const std::string& family, const std::string& postscriptName,
+                  bool isBold) {
   beginAttribute(name);
   begin("dia:font");
   set("family", family);
-  set("style", "0");  // upright and of normal weight
+  set("style", isBold ? "80" : "0");  // upright in any case
   set("name", postscriptName);
   end();
   end();

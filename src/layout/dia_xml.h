@@ -39,7 +39,8 @@ class DiaXml {
   void boolean(const char* name, bool value);
   void enumeration(const char* name, int value);
   void string(const char* name, const std::string& text);
-  void font(const char* name, const char* family, const char* postscriptName);
+  void font(const char* name, const std::string& family, const std::string& postscriptName,
+            bool isBold);
 
   /// The attribute's value is a composite of the attributes that follow.
   void beginComposite(const char* name, const char* type);

@@ -54,6 +54,17 @@ std::string valueOr(const DotAttributes& attributes, std::string_view name,
   return value ? *value : otherwise;
 }
 
+LinePattern linePattern(const std::string& style) {
+  if (style == "dashed") return LinePattern::Dashed;
+  return style == "dotted" ? LinePattern::Dotted : LinePattern::Solid;
+}
+
+/// Whether a font is bold by its name, such as "Times-Bold" or "DejaVu Sans Bold".
+bool isBoldFont(const std::string& name) {
+  constexpr std::string_view kEnd = "Bold";
+  return name.size() > kEnd.size() && name.substr(name.size() - kEnd.size()) == kEnd;
+}
+
 /// A label with its double quotes as `dot` has them in memory: bare.
 std::string withBareQuotes(std::string_view label) {
   std::string text;
@@ -134,7 +145,8 @@ void DrawingReader::addBox(const DotAttributes& attributes) {
 void DrawingReader::addNode(const DotRecord& record) {
   const DotAttributes& attributes = record.attributes;
   const std::string* position = valueOf(attributes, "pos");
-  if (!position) return;
+  const std::string style = valueOr(attributes, "style", "");
+  if (!position || style == "invis") return;
   DrawnNode node;
   node.centre = point(*position);
   node.width = number(valueOr(attributes, "width", "0")) * kPointsPerInch;
@@ -143,7 +155,8 @@ void DrawingReader::addNode(const DotRecord& record) {
   if (shape == "doublecircle") node.shape = NodeShape::DoubleCircle;
   if (shape == "doubleoctagon") node.shape = NodeShape::DoubleOctagon;
   node.colour = valueOr(attributes, "color", "black");
-  if (valueOr(attributes, "style", "") == "filled")
+  node.pattern = linePattern(style);
+  if (style == "filled")
     node.fillColour = valueOr(attributes, "fillcolor", valueOr(attributes, "color", "lightgrey"));
   node.fontColour = valueOr(attributes, "fontcolor", "black");
   node.label = labelLines(withBareQuotes(valueOr(attributes, "label", "\\N")),
@@ -155,7 +168,10 @@ void DrawingReader::addEdge(const DotRecord& record) {
   const DotAttributes& attributes = record.attributes;
   DrawnEdge edge;
   edge.colour = valueOr(attributes, "color", "black");
+  edge.lineWidth = number(valueOr(attributes, "penwidth", "1"));
+  edge.pattern = linePattern(valueOr(attributes, "style", ""));
   edge.fontColour = valueOr(attributes, "fontcolor", "black");
+  edge.isBold = isBoldFont(valueOr(attributes, "fontname", ""));
   const std::string position = valueOr(attributes, "pos", "");
   for (std::string_view rest = position; !rest.empty();) {
     DrawnSpline part = spline(takePart(rest, ";"));

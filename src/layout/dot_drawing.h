@@ -18,6 +18,8 @@ struct LayoutPoint {
   double y = 0.0;
 };
 
+enum class LinePattern { Solid, Dashed, Dotted };
+
 enum class NodeShape { Ellipse, DoubleCircle, DoubleOctagon };
 
 /// A node as it is drawn. Colours are Graphviz's names.
@@ -27,7 +29,8 @@ struct DrawnNode {
   double width = 0.0;   ///< of the outermost line, layout points
   double height = 0.0;  ///< as width
   NodeShape shape = NodeShape::Ellipse;
-  std::string colour;      ///< of the lines
+  std::string colour;  ///< of the lines
+  LinePattern pattern = LinePattern::Solid;
   std::string fillColour;  ///< empty: not filled
   std::string fontColour;
 };
@@ -43,9 +46,12 @@ struct DrawnSpline {
 struct DrawnEdge {
   std::vector<DrawnSpline> splines;  ///< one; `dot` joins several where lines are merged
   std::string colour;                ///< of line and arrow head
-  std::vector<LabelLine> label;      ///< empty without a label or a place for it
+  double lineWidth = 1.0;            ///< layout points
+  LinePattern pattern = LinePattern::Solid;
+  std::vector<LabelLine> label;  ///< empty without a label or a place for it
   LayoutPoint labelCentre;
   std::string fontColour;
+  bool isBold = false;  ///< the letters of the label, by the name of their font
 };
 
 struct DotDrawing {
@@ -56,8 +62,9 @@ struct DotDrawing {
 };
 
 /// Reads the drawing from `layout`, the text that `dot -Tdot` wrote. Coordinates beyond any real
-/// drawing are cut to a billion points. A node without a place and a spline that is none are left
-/// out. Returns nothing when the text is no such drawing or not all of it.
+/// drawing are cut to a billion points. A node that is invisible or
+/// without a place and a spline that is none are left out. Returns nothing when the text is no such
+/// drawing or not all of it.
 std::optional<DotDrawing> readDotDrawing(std::string_view layout);
 
 }  // namespace quorbel

@@ -72,6 +72,7 @@ DotRecord takeDotRecord(std::string_view text, std::size_t& pos) {
     record.kind = DotRecord::Kind::Drawing;
   } else if (subject == "node" || subject == "edge") {
     record.kind = DotRecord::Kind::Defaults;
+    record.name = subject;
   } else if (arrow != std::string_view::npos) {
     record.kind = DotRecord::Kind::Edge;
     record.name = withoutMargins(subject.substr(0, arrow));

@@ -25,7 +25,7 @@ struct DotRecord {
     Edge
   };
   Kind kind = Kind::Node;
-  std::string name;  ///< node: its name; edge: that of the node it leaves
+  std::string name;  ///< node: its name; edge: that of the node it leaves; defaults: "node", "edge"
   std::string head;  ///< edge: the name of the node it enters
   DotAttributes attributes;
 };

@@ -118,9 +118,10 @@ TEST(DiaWriter, NodeWithoutSizeIsDrawnAtItsPlace) {
 
 TEST(DiaWriter, EveryColourOfTheDescriptionIsKnown) {
   const std::vector<std::pair<const char*, const char*>> colours = {
-      {"black", "#000000"},    {"red", "#ff0000"},        {"blue", "#0000ff"},
-      {"cyan", "#00ffff"},     {"darkorange", "#ff8c00"}, {"yellow", "#ffff00"},
-      {"lightgrey", "#d3d3d3"}};
+      {"black", "#000000"},     {"red", "#ff0000"},        {"blue", "#0000ff"},
+      {"cyan", "#00ffff"},      {"darkorange", "#ff8c00"}, {"yellow", "#ffff00"},
+      {"lightgrey", "#d3d3d3"}, {"darkgreen", "#006400"},  {"palegreen", "#98fb98"},
+      {"white", "#ffffff"}};
   for (const auto& [name, value] : colours) {
     const DiaDocument diagram =
         diagramWith(std::string("\t0\t[color=") + name + ",\n\t\tfillcolor=" + name +
@@ -154,6 +155,33 @@ TEST(DiaWriter, EdgeIsABezierLineUpToTheTipOfItsArrow) {
   EXPECT_EQ(diagram.values(kLine, "end_arrow_width"), (Values{"0.2469"}));
   EXPECT_TRUE(diagram.values(kLine, "start_arrow").empty());
   EXPECT_TRUE(diagram.texts().empty());
+}
+
+TEST(DiaWriter, LinesMayBeThickOrBroken) {
+  const std::string place = ",\n\t\tpos=\"0,0 1,1 2,2 3,3\"];\n";
+  const DiaDocument diagram =
+      diagramWith("\t1\t[pos=\"1,2\",\n\t\tstyle=dashed];\n\t0 -> 1\t[penwidth=2.5" + place +
+                  "\t0 -> 1\t[style=dashed" + place + "\t0 -> 1\t[style=dotted" + place);
+  EXPECT_EQ(diagram.values(kLine, "line_width"), (Values{"0.0882", "0.0353", "0.0353"}));
+  EXPECT_EQ(diagram.values(kLine, "line_style"), (Values{"1", "4"}));
+  EXPECT_EQ(diagram.values(kLine, "dashlength"), (Values{"0.2117", "0.2117"}));
+  EXPECT_EQ(diagram.values(kEllipse, "line_style"), Values{"1"});
+}
+
+TEST(DiaWriter, MayBeSmallerAndInAnotherFont) {
+  const std::string layout = layoutWith(
+      "\t0\t[height=0.5,\n\t\tpos=\"100,36\",\n\t\twidth=1];\n"
+      "\t0 -> 0\t[fontname=\"Some Bold\",\n\t\tlabel=x,\n\t\tlp=\"1,2\",\n"
+      "\t\tpos=\"e,3,3 0,0 1,1 2,2 3,3\"];\n");
+  const DiaDocument diagram(diaDiagram(*readDotDrawing(layout), {0.5, "Some"}));
+  EXPECT_EQ(diagram.values(kEllipse, "elem_corner"), Values{"1.1289,0.3175"});
+  EXPECT_EQ(diagram.values(kEllipse, "elem_width"), Values{"1.27"});
+  EXPECT_EQ(diagram.values(kLine, "line_width"), Values{"0.0176"});
+  EXPECT_EQ(diagram.values(kLine, "end_arrow_length"), Values{"0.1764"});
+  EXPECT_EQ(diagram.values(kText, "height"), (Values{"0.3087", "0.3087"}));
+  EXPECT_EQ(diagram.find("//dia:font/@family"), (Values{"Some", "Some"}));
+  EXPECT_EQ(diagram.find("//dia:font/@name"), (Values{"Some", "Some"}));
+  EXPECT_EQ(diagram.find("//dia:font/@style"), (Values{"0", "80"}));
 }
 
 TEST(DiaWriter, EdgeMayHaveAnArrowAtItsStartOrNone) {

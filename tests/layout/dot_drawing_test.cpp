@@ -104,6 +104,26 @@ TEST(DotDrawing, EdgeHasLineLabelAndColours) {
   EXPECT_EQ(edgeOf("pos=\"0,0 1,1 2,2 3,3\"").fontColour, "black");
 }
 
+TEST(DotDrawing, LinesMayBeBrokenOrThickAndLettersBold) {
+  const DrawnEdge plain = edgeOf("pos=\"0,0 1,1 2,2 3,3\"");
+  EXPECT_EQ(plain.lineWidth, 1.0);
+  EXPECT_EQ(plain.pattern, LinePattern::Solid);
+  EXPECT_FALSE(plain.isBold);
+  const DrawnEdge thick = edgeOf("fontname=\"Times-Bold\", penwidth=2.5, style=dashed");
+  EXPECT_EQ(thick.lineWidth, 2.5);
+  EXPECT_EQ(thick.pattern, LinePattern::Dashed);
+  EXPECT_TRUE(thick.isBold);
+  EXPECT_EQ(edgeOf("style=dotted").pattern, LinePattern::Dotted);
+  EXPECT_FALSE(edgeOf("fontname=\"Boldly\"").isBold);
+  EXPECT_FALSE(edgeOf("fontname=Bold").isBold);
+  EXPECT_EQ(nodeOf("pos=\"1,2\", style=dashed").pattern, LinePattern::Dashed);
+  EXPECT_EQ(nodeOf("pos=\"1,2\", style=filled").pattern, LinePattern::Solid);
+}
+
+TEST(DotDrawing, NodeThatIsInvisibleIsLeftOut) {
+  EXPECT_TRUE(drawingOf("\t7\t[pos=\"1,2\", style=invis];\n").nodes.empty());
+}
+
 TEST(DotDrawing, SplineMayHaveArrowHeadsAtBothEndsOrNone) {
   const DrawnEdge both = edgeOf("pos=\"s,1,2 e,9,8 0,0 1,1 2,2 3,3\"");
   ASSERT_EQ(both.splines.size(), 1u);
