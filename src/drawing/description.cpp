@@ -5,31 +5,30 @@
 namespace quorbel {
 namespace {
 
-using LinkColours = std::vector<const char*>;
-
-void addNode(std::string& text, int node, const char* style) {
-  text += std::to_string(node) + " [" + style + "];\n";
+void addNode(std::string& text, int node, const std::string& look) {
+  text += std::to_string(node) + " [" + look + "];\n";
 }
 
 /// The nodes between start and end, from the end on: the order in which `dot` first meets nodes
 /// takes part in where it puts them, and this is the viewer's.
 void addInnerNodes(std::string& text, const WordLattice& lattice, const LatticePath& path,
-                   const char* style) {
+                   const std::string& look) {
   for (std::size_t i = path.links.size(); i > 1; --i)
-    addNode(text, lattice.links[path.links[i - 1]].start, style);
+    addNode(text, lattice.links[path.links[i - 1]].start, look);
 }
 
-/// The colours of each link, of which the last that is given counts.
-LinkColours coloursOf(const WordLattice& lattice, const DrawingMarks& marks) {
-  LinkColours colours(lattice.links.size(), "color=black");
-  const auto paint = [&](const std::optional<LatticePath>& path, const char* colour) {
+/// What each link is marked as.
+std::vector<Mark> markedLinks(const WordLattice& lattice, const DrawingMarks& marks) {
+  std::vector<Mark> marked(lattice.links.size());
+  const auto mark = [&](const std::optional<LatticePath>& path, bool Mark::*what) {
     if (!path) return;
-    for (const std::size_t link : path->links) colours[link] = colour;
+    for (const std::size_t link : path->links) marked[link].*what = true;
   };
-  paint(marks.throughLink, "color=cyan, fontcolor=cyan");
-  if (marks.chosenLink) colours[*marks.chosenLink] = "color=red, fontcolor=red";
-  paint(marks.best, "color=blue, fontcolor=blue");
-  return colours;
+  mark(marks.throughLink, &Mark::isThrough);
+  if (marks.chosenLink) marked[*marks.chosenLink].isChosen = true;
+  mark(marks.oracle, &Mark::isOracle);
+  mark(marks.best, &Mark::isBest);
+  return marked;
 }
 
 }  // namespace
@@ -51,22 +50,24 @@ std::string escapedLabel(const std::string& text) {
 }
 
 std::string descriptionOf(const WordLattice& lattice, const std::vector<std::string>& labels,
-                          const DrawingMarks& marks) {
-  std::string text = "digraph G {\nrankdir=LR;\n";
-  addNode(text, 0, "shape=doublecircle, color=darkorange, style=filled, fillcolor=lightgrey");
-  addNode(text, static_cast<int>(lattice.nodes.size()) - 1,
-          "shape=doublecircle, color=red, style=filled, fillcolor=lightgrey");
-  if (marks.throughLink)
-    addInnerNodes(text, lattice, *marks.throughLink,
-                  "shape=doubleoctagon, color=red, style=filled, fillcolor=cyan");
-  if (marks.best)
-    addInnerNodes(text, lattice, *marks.best,
-                  "shape=doubleoctagon, color=blue, style=filled, fillcolor=yellow");
-  const LinkColours colours = coloursOf(lattice, marks);
+                          const DrawingMarks& marks, const DrawingStyle& style) {
+  std::string text = "digraph G {\nrankdir=LR;\n" + styleStatements(style);
+  addNode(text, 0, startLook(style));
+  addNode(text, static_cast<int>(lattice.nodes.size()) - 1, endLook(style));
+  // Of several statements about a node the last counts.
+  const auto addNodesOf = [&](const std::optional<LatticePath>& path, bool Mark::*what) {
+    Mark mark;
+    mark.*what = true;
+    if (path) addInnerNodes(text, lattice, *path, nodeLook(style, mark));
+  };
+  addNodesOf(marks.throughLink, &Mark::isThrough);
+  addNodesOf(marks.oracle, &Mark::isOracle);
+  addNodesOf(marks.best, &Mark::isBest);
+  const std::vector<Mark> marked = markedLinks(lattice, marks);
   for (std::size_t i = 0; i < lattice.links.size(); ++i) {
     const WordLink& link = lattice.links[i];
-    text += std::to_string(link.start) + " -> " + std::to_string(link.end) + " [" + colours[i] +
-            ", label=\"" + escapedLabel(labels[i]) + "\"];\n";
+    text += std::to_string(link.start) + " -> " + std::to_string(link.end) + " [" +
+            linkLook(style, marked[i]) + ", label=\"" + escapedLabel(labels[i]) + "\"];\n";
   }
   return text + "}\n";
 }

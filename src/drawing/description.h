@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "drawing/drawing_style.h"
 #include "measures/best_paths.h"
 #include "words/word_lattice.h"
 
@@ -16,6 +17,7 @@ struct DrawingMarks {
   std::optional<LatticePath> best;         ///< links in blue, nodes in yellow
   std::optional<std::size_t> chosenLink;   ///< its index; in red
   std::optional<LatticePath> throughLink;  ///< with it; its other links and its nodes in cyan
+  std::optional<LatticePath> oracle;       ///< dashed; in green where it is not the best as well
 };
 
 /// The label as `dot` takes it between double quotes. Whatever bytes `text` has, it ends no label,
@@ -24,10 +26,11 @@ struct DrawingMarks {
 /// label goes on in further lines of the description, each but the last ending with a backslash.
 std::string escapedLabel(const std::string& text);
 
-/// The description of a drawing, with nodes and links in the order and the colours of the viewer's
-/// own. `labels` has the text of each link by its index, whatever it holds. Nothing is asked of
-/// `dot` but labels, shapes and colours, which no label can change.
+/// The description of a drawing, with nodes and links in the order and, unless `style` says else,
+/// the colours of the viewer's own. `labels` has the text of each link by its index, whatever it
+/// holds. Nothing is asked of `dot` but labels, shapes, lines, colours and fonts, which no label
+/// can change.
 std::string descriptionOf(const WordLattice& lattice, const std::vector<std::string>& labels,
-                          const DrawingMarks& marks);
+                          const DrawingMarks& marks, const DrawingStyle& style = {});
 
 }  // namespace quorbel

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cmath>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -13,6 +14,7 @@
 
 #include "drawing/description.h"
 #include "drawing/dot_run.h"
+#include "drawing/paper_layout.h"
 #include "drawing/work_folder.h"
 #include "formats/dialect_writer.h"
 #include "lattice/graph.h"
@@ -22,6 +24,7 @@
 #include "lattice/xml_label.h"
 #include "layout/dia_writer.h"
 #include "layout/whole_file.h"
+#include "words/word_text.h"
 
 namespace quorbel {
 namespace {
@@ -29,6 +32,7 @@ namespace {
 namespace fs = std::filesystem;
 
 const std::string kScoreLabel = "score";
+constexpr double kCentimetresPerPoint = 2.54 / 72.0;
 
 std::string listed(const std::set<std::string>& names) {
   std::string list;
@@ -104,9 +108,28 @@ std::string viewerGraph(const WordLattice& lattice, Graph& graph) {
   return error.empty() ? readHtkLattice(graph, "the lattice", text) : error;
 }
 
+/// Whether the name may stand in an attribute of `dot`, where it has no escapes.
+bool isFontName(const std::string& name) {
+  const auto isOdd = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; };
+  return name.find_first_of("\"\\&<>") == std::string::npos &&
+         std::none_of(name.begin(), name.end(), isOdd) && inUtf8(name) == name;
+}
+
+bool isForPaper(const DrawingOptions& options) { return options.width || options.fontSize; }
+
+DrawingStyle styleOf(const DrawingOptions& options) {
+  DrawingStyle style;
+  style.isMonochrome = options.isMonochrome;
+  style.isCompact = options.width.has_value();
+  style.isTight = true;
+  style.font = options.font;
+  style.boldFont = boldFontOf(options.font);
+  return style;
+}
+
 /// Makes the text that asks `dot` for the drawing.
 std::string describe(const WordLattice& lattice, const DrawingOptions& options,
-                     std::string& description) {
+                     const DrawingStyle& style, std::string& description) {
   Graph graph;
   if (std::string error = viewerGraph(lattice, graph); !error.empty()) return error;
   const std::string& scoreName = options.scoreName.empty() ? kTotalName : options.scoreName;
@@ -115,7 +138,7 @@ std::string describe(const WordLattice& lattice, const DrawingOptions& options,
   DrawingMarks marks;
   std::string error = chooseLabels(graph, options.labelField);
   if (error.empty()) error = chooseMarks(lattice, options, *scores, marks);
-  if (error.empty()) description = descriptionOf(lattice, labelsOf(graph, scoreName), marks);
+  if (error.empty()) description = descriptionOf(lattice, labelsOf(graph, scoreName), marks, style);
   return error;
 }
 
@@ -129,40 +152,96 @@ void passOn(const std::string& logFile) {
   if (log.peek() != std::ifstream::traits_type::eof()) std::cerr << log.rdbuf();
 }
 
+/// What `dot` calls the format. PostScript of its own making has neither fonts in it nor letters
+/// beyond Latin-1; cairo's has.
+std::string dotFormat(const std::string& format) {
+  if (format == "dia") return "dot";  // which today's dot does not write itself
+  return format == "ps" || format == "eps" ? format + ":cairo" : format;
+}
+
+/// Runs `dot` in a folder for work files.
+class DotInFolder {
+ public:
+  explicit DotInFolder(const SignalsEndDot& signals) : m_Signals(signals) {}
+
+  /// Has `dot` draw `description` into `bytes`. Returns "", or why there is no drawing.
+  std::string draw(const std::string& description, const std::string& format, std::string& bytes) {
+    if (!m_Folder.error().empty()) return m_Folder.error();
+    if (std::string error = writeWholeFile(m_Description, description); !error.empty())
+      return error;
+    const std::string error = runDot(m_Signals, format, m_Drawing, m_Description, m_Log);
+    const std::string reason = whyFull(m_Drawing);
+    if (!error.empty()) return reason.empty() ? error : error + " (" + reason + ")";
+    if (!reason.empty()) return "dot made no whole drawing in the folder for work files: " + reason;
+    passOn(m_Log);
+    bytes = textOf(m_Drawing);
+    return bytes.empty() ? kNoDrawing : "";
+  }
+
+  static constexpr const char* kNoDrawing = "dot made no drawing";
+
+ private:
+  const SignalsEndDot& m_Signals;
+  WorkFolder m_Folder;
+  const std::string m_Description = m_Folder.file("lattice.dot");
+  const std::string m_Drawing = m_Folder.file("drawing");
+  const std::string m_Log = m_Folder.file("dot.log");
+};
+
+/// How the drawing is put on paper, from what the user asks for.
+PaperOptions paperOptions(const DrawingOptions& options, const std::string& format) {
+  constexpr double kColumnFontSize = 8.0;
+  constexpr int kPrintedPixelsPerInch = 300;
+  PaperOptions paper;
+  paper.fontSize = options.fontSize.value_or(options.width ? kColumnFontSize : kLayoutFontSize);
+  if (options.width) paper.width = *options.width / kCentimetresPerPoint;
+  if (format == "png" && isForPaper(options)) paper.pixelsPerInch = kPrintedPixelsPerInch;
+  return paper;
+}
+
+std::string noteOn(double fontSize, double asked) {
+  constexpr double kSeen = 0.05;
+  if (fontSize > asked - kSeen) return "";
+  return "letters have " + formatNumber(std::round(fontSize * 10.0) / 10.0) + " points, not " +
+         formatNumber(asked) +
+         ": a stretch between two nodes that all paths pass is too wide for them";
+}
+
 /// Has `dot` draw the lattice into `bytes`; all that lies in a folder meanwhile is gone then.
 std::string drawInWorkFolder(const WordLattice& lattice, const DrawingOptions& options,
                              const std::string& format, const SignalsEndDot& signals,
-                             std::string& bytes) {
+                             std::string& bytes, std::string& note) {
   std::string text;
-  std::string error = describe(lattice, options, text);
+  std::string error = describe(lattice, options, styleOf(options), text);
   if (!error.empty()) return error;
 
-  WorkFolder folder;
-  if (!folder.error().empty()) return folder.error();
-  const std::string description = folder.file("lattice.dot");
-  const std::string drawing = folder.file("drawing");
-  const std::string log = folder.file("dot.log");
-  error = writeWholeFile(description, text);
-  if (!error.empty()) return error;
-
-  const bool isDiagram = format == "dia";  // which today's dot does not write itself
-  error = runDot(signals, isDiagram ? "dot" : format, drawing, description, log);
-  const std::string reason = whyFull(drawing);
-  if (!error.empty()) return reason.empty() ? error : error + " (" + reason + ")";
-  if (!reason.empty()) return "dot made no whole drawing in the folder for work files: " + reason;
-  passOn(log);
-  bytes = textOf(drawing);
-  if (isDiagram) {
-    const std::optional<DotDrawing> layout = readDotDrawing(bytes);
-    bytes = layout ? diaDiagram(*layout) : "";
+  DotInFolder dot(signals);
+  PaperLayout paper;
+  if (isForPaper(options)) {
+    std::string layout;
+    error = dot.draw(text, "dot", layout);
+    if (!error.empty()) return error;
+    const PaperOptions asked = paperOptions(options, format);
+    auto placed = putOnPaper(layout, sectionsOf(lattice), {}, asked);
+    if (!placed) return DotInFolder::kNoDrawing;
+    paper = std::move(*placed);
+    text = paper.description;
+    note = noteOn(paper.scale * kLayoutFontSize, asked.fontSize);
   }
-  return bytes.empty() ? "dot made no drawing" : "";
+  error = dot.draw(text, dotFormat(format), bytes);
+  if (format == "svg") bytes = svgWithFamilies(std::move(bytes), options.font);
+  if (error.empty() && format == "dia") {
+    const std::optional<DotDrawing> layout = readDotDrawing(bytes);
+    bytes = layout ? diaDiagram(*layout, {paper.scale, options.font}) : "";
+    if (bytes.empty()) error = DotInFolder::kNoDrawing;
+  }
+  return error;
 }
 
 }  // namespace
 
 std::string drawingFormat(const std::string& path) {
-  constexpr std::array<const char*, 5> kFormats = {"png", "svg", "pdf", "ps", "dia"};
+  constexpr std::array<const char*, 6> kFormats = {"png", "svg", "pdf", "eps", "ps", "dia"};
   const std::string extension = fs::path(path).extension();
   const auto isFormat = [&](const char* format) { return extension == std::string(".") + format; };
   const auto* const found = std::find_if(kFormats.begin(), kFormats.end(), isFormat);
@@ -170,13 +249,15 @@ std::string drawingFormat(const std::string& path) {
 }
 
 std::string drawLattice(const WordLattice& lattice, const DrawingOptions& options,
-                        const std::string& path) {
+                        const std::string& path, std::string& note) {
   const std::string format = drawingFormat(path);
   if (format.empty())
-    return path + ": the name must end in .png, .svg, .pdf, .ps or .dia, which says the format";
+    return path +
+           ": the name must end in .png, .svg, .pdf, .eps, .ps or .dia, which says the format";
+  if (!isFontName(options.font)) return excerpt(options.font) + ": this is no name of a font";
   const SignalsEndDot signals;  // for as long as there is something to tidy up
   std::string drawing;
-  std::string error = drawInWorkFolder(lattice, options, format, signals, drawing);
+  std::string error = drawInWorkFolder(lattice, options, format, signals, drawing, note);
   if (error.empty() && signals.haveCome()) error = path + ": " + std::strerror(EINTR);
   return error.empty() ? writeWholeFile(path, drawing) : error;
 }

@@ -20,13 +20,36 @@ struct DrawArguments {
 CommandResult runDraw(const DrawArguments& arguments, Progress& progress) {
   if (std::string error = checkOutput(arguments.in, arguments.out); !error.empty()) return error;
   if (drawingFormat(arguments.out).empty())
-    return arguments.out + ": the name must end in .png, .svg, .pdf, .ps or .dia, the format";
+    return arguments.out + ": the name must end in .png, .svg, .pdf, .eps, .ps or .dia, the format";
   progress.begin("reading " + arguments.in);
   WordLattice lattice;
   std::string error = readWordLattice(arguments.in, lattice, arguments.reading);
   if (!error.empty()) return error;
   progress.begin("drawing " + std::to_string(lattice.links.size()) + " links");
-  return drawLattice(lattice, arguments.options, arguments.out);
+  std::string note;
+  error = drawLattice(lattice, arguments.options, arguments.out, note);
+  if (error.empty() && !note.empty()) say(arguments.out + ": " + note);
+  return error;
+}
+
+void addPaperOptions(CLI::App& command, DrawingOptions& options) {
+  constexpr double kSmallest = 1.0;  // points
+  constexpr double kLargest = 200.0;
+  constexpr double kNarrowest = 1.0;  // centimetres
+  constexpr double kWidest = 500.0;
+  command.add_flag("--monochrome", options.isMonochrome,
+                   "Black and grey, marks as thick, dashed and dotted lines");
+  command.add_option("--font", options.font, "Family of all letters (Times)")->type_name("NAME");
+  command
+      .add_option("--font-size", options.fontSize,
+                  "Draw all so large that letters have this size (14; with --width 8)")
+      ->type_name("POINTS")
+      ->check(CLI::Range(kSmallest, kLargest));
+  command
+      .add_option("--width", options.width,
+                  "Close together, in as many rows as keep to this width, or smaller")
+      ->type_name("CENTIMETRES")
+      ->check(CLI::Range(kNarrowest, kWidest));
 }
 
 }  // namespace
@@ -38,7 +61,7 @@ Command addDraw(CLI::App& app) {
       ->add_option("IN", arguments->in,
                    "Lattice, plain or compressed by gzip; - is the standard input")
       ->required();
-  command->add_option("OUT", arguments->out, "Drawing: NAME.png, .svg, .pdf, .ps or .dia")
+  command->add_option("OUT", arguments->out, "Drawing: NAME.png, .svg, .pdf, .eps, .ps or .dia")
       ->required();
   DrawingOptions& options = arguments->options;
   command->add_flag("--best", options.showBestPath, "Mark the best path");
@@ -51,6 +74,7 @@ Command addDraw(CLI::App& app) {
   command->add_option("--through", options.throughLink, "Mark the best path through link J=LINK")
       ->type_name("LINK");
   addReadingOptions(*command, arguments->reading);
+  addPaperOptions(*command, options);
   return [arguments](Progress& progress) { return runDraw(*arguments, progress); };
 }
 

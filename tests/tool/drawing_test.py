@@ -33,13 +33,14 @@ class DrawingTest(ToolTest):
 
     def test_comes_in_every_format(self):
         for name, begin in (("out.png", b"\x89PNG"), ("out.svg", b"<?xml"), ("out.pdf", b"%PDF"),
-                            ("out.ps", b"%!PS"), ("out.dia", b"<?xml")):
+                            ("out.ps", b"%!PS"), ("out.dia", b"<?xml"),
+                            ("out.eps", b"%!PS-Adobe-3.0 EPSF-3.0")):
             self.succeeds("draw", "talk.slf", name)
             self.assertTrue((self.folder / name).read_bytes().startswith(begin), name)
         self.assertIn("<dia:diagram", self.read("out.dia"))
         self.assertIn("today", self.read("out.dia"))
-        self.assertEqual(["out.dia", "out.pdf", "out.png", "out.ps", "out.svg", "talk.slf", "tmp"],
-                         self.files())
+        self.assertEqual(["out.dia", "out.eps", "out.pdf", "out.png", "out.ps", "out.svg", "talk.slf",
+                          "tmp"], self.files())
 
     def test_labels_links_with_their_words(self):
         self.assertEqual(["!NULL", "could", "day", "good", "today"], self.texts(self.draw()))
@@ -91,6 +92,32 @@ class DrawingTest(ToolTest):
                                                     source="random.slf"))
                     self.assertEqual(set(re.findall(r"\t(w\d+)\t", best)),
                                      {word for word in colours if colours[word] == "blue"})
+
+    def test_puts_a_drawing_into_a_column(self):
+        self.write("words.slf", "N=9 L=8\n" + "".join(f"I={i} t={i}\n" for i in range(9)) + "".join(
+            f"J={i} S={i} E={i + 1} W=word{i} a=-1\n" for i in range(8)))
+        svg = self.draw("--best", "--monochrome", "--width", 8.4, "--font", "DejaVu Sans",
+                        source="words.slf")
+        self.assertLess(float(re.search(r'<svg width="(\d+)pt"', svg)[1]), 240)
+        self.assertEqual([f"word{i}" for i in range(8)], self.texts(svg))
+        self.assertGreater(svg.count('class="node"'), 9)
+        self.assertEqual({"black", "lightgrey", "none", "transparent", "white"},
+                         set(re.findall(r'(?:fill|stroke)="([^"]*)"', svg))
+                         | {"black", "lightgrey", "none", "transparent", "white"})
+        self.succeeds("draw", "words.slf", "out.dia", "--width", 8.4, "--monochrome")
+        self.assertEqual(8, sum(f"#word{i}#" in self.read("out.dia") for i in range(8)))
+
+    def test_says_when_letters_become_smaller_than_was_asked(self):
+        result = self.run_tool("draw", "talk.slf", "out.pdf", "--width", 2, "--font-size", 9)
+        self.assertRegex(result.stderr, r"\Aquorbel-lattice: out\.pdf: letters have [\d.]+ points, "
+                                        r"not 9: a stretch between two nodes that all paths pass is "
+                                        r"too wide for them\n\Z")
+        self.assertEqual(("", 0), (result.stdout, result.returncode))
+
+    def test_refuses_sizes_that_are_none(self):
+        for option, value in (("--width", "0"), ("--width", "501"), ("--font-size", "0.5"),
+                              ("--font-size", "x")):
+            self.assertIn(option, self.fails("draw", "talk.slf", "out.pdf", option, value))
 
     def test_says_when_there_is_no_path_to_mark(self):
         self.write("no.slf", "start=0 end=2\nN=3 L=2\nI=0 t=0\nI=1 t=1\nI=2 t=2\n"
@@ -151,8 +178,8 @@ class DrawingTest(ToolTest):
         self.assertEqual("none/out.png: No such file or directory",
                          self.fails("draw", "talk.slf", "none/out.png"))
         for name in ("out.gif", "out", "out.PNG", ".png"):
-            self.assertEqual(f"{name}: the name must end in .png, .svg, .pdf, .ps or .dia, the "
-                             "format", self.fails("draw", "talk.slf", name))
+            self.assertEqual(f"{name}: the name must end in .png, .svg, .pdf, .eps, .ps or .dia, "
+                             "the format", self.fails("draw", "talk.slf", name))
 
     def test_says_when_there_is_no_place_for_work_files(self):
         self.environment["TMPDIR"] = "/none"
