@@ -44,7 +44,7 @@ void MainWindow::on_display_selected_xml() {
   if (!m_FileOpened) return;
   const auto paths = m_refTreeSelection->get_selected_rows();
   if (paths.empty()) {
-    show_error(*this, "You need to select at least one attribute in the tree view");
+    sayWhenDrawn("You need to select at least one attribute in the tree view");
     return;
   }
   m_Graph.labelByValue = false;
@@ -63,6 +63,7 @@ void MainWindow::on_display_value() {
 
 /// The names offered are those of the first link that leaves node 0.
 void MainWindow::on_scores() {
+  if (putOffWhileRendering([this] { on_scores(); })) return;
   if (!m_FileOpened) return;
   ChooseValueDialog dialog(PRODUCT_NAME, *this, true, true);
   const std::vector<Edge>& links = m_Graph.adjacency->outgoing.front();

@@ -14,6 +14,14 @@ void MainWindow::show_error(Gtk::Window& parent, const std::string& message) {
   dialog.run();
 }
 
+/// As show_error over this window, when the run in progress is over: its box would hold that up.
+void MainWindow::sayWhenDrawn(const std::string& message) {
+  if (m_RunsInProgress > 0)
+    putOffWhileRendering([this, message] { show_error(*this, message); });
+  else
+    show_error(*this, message);
+}
+
 void MainWindow::on_uncaught_exception() {
   std::string text;
   try {
@@ -25,7 +33,7 @@ void MainWindow::on_uncaught_exception() {
   }
   std::cout << text << std::endl;
   if (m_RunBrokenOff) endRun();
-  show_error(*this, text);
+  sayWhenDrawn(text);
 }
 
 }  // namespace quorbel

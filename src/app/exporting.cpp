@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "app/main_window.h"
+#include "app/while.h"
 #include "dialogs/file_dialog.h"
 #include "dialogs/message_text.h"
 #include "layout/export.h"
@@ -52,7 +53,7 @@ void MainWindow::exportGraph(const std::string& format) {
 }
 
 /// The dialog stays on screen while `dot` runs. Returns what went wrong, "" after success or when
-/// the user gave up.
+/// the user gave up or closed the file meanwhile.
 std::string MainWindow::askAndExport(const std::string& format) {
   if (!m_ExportDialog) {
     m_ExportDialog =
@@ -62,8 +63,12 @@ std::string MainWindow::askAndExport(const std::string& format) {
   const FileDialogUse use(*m_ExportDialog, folderForDialogs());
   const std::optional<std::string> name = chooseName(*m_ExportDialog, format, m_Graph);
   if (!name || !m_FileOpened) return "";  // what was put off may have closed the file meanwhile
+  const Run run(*this);
+  const While exporting(m_Exporting);
   refreshSelectedEdgeScore(m_Graph);
-  return exportDrawing(m_Graph, *name, runBySystem);
+  const std::string error =
+      exportDrawing(m_Graph, *name, [this](const std::string& line) { return runCommand(line); });
+  return isRunWanted() ? error : "";
 }
 
 }  // namespace quorbel

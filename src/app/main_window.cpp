@@ -52,8 +52,10 @@ MainWindow::~MainWindow() {
   // The toolkit may deliver events up to the last widget's end: none may reach a handler whose
   // members are gone.
   m_TickConnection.disconnect();
+  m_LookConnection.disconnect();
   for (sigc::connection& connection : m_Connections) connection.disconnect();
   hide();
+  get_display()->flush();  // off the screen before `dot` is waited for
 }
 
 void MainWindow::arrangePanes() {
@@ -99,6 +101,8 @@ void MainWindow::connectSignals() {
   connect(signal_key_release_event(), &MainWindow::on_key_event);
   connect(signal_show(), &MainWindow::on_window_show);
   connect(signal_hide(), &MainWindow::endProgram);
+  m_Connections.push_back(signal_grab_notify().connect(  // a dialog or menu has come or gone
+      sigc::hide(sigc::mem_fun(*this, &MainWindow::lookAtPutOff))));
 }
 
 }  // namespace quorbel

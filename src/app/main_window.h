@@ -15,6 +15,7 @@
 
 #include "app/box_stamps.h"
 #include "app/canvas_geometry.h"
+#include "app/command_run.h"
 #include "app/scaled_picture.h"
 #include "dialogs/file_dialog.h"
 #include "lattice/graph.h"
@@ -27,8 +28,8 @@ namespace quorbel {
 
 /// Shows one lattice: its drawing, the attributes of the selected links, and its sound.
 ///
-/// Everything runs on the toolkit's main thread. While `renderGraph` runs it lets pending events
-/// through; `m_Rendering` and `putOffWhileRendering` keep them from getting in its way.
+/// Everything runs on the toolkit's main thread. While `dot` runs for a drawing or an export events
+/// go on; `m_Rendering` and `putOffWhileRendering` keep them from getting in its way.
 class MainWindow : public Gtk::Window {
  public:
   /// Builds the window, hidden; its first show opens `startupPath` unless that is empty.
@@ -54,6 +55,28 @@ class MainWindow : public Gtk::Window {
     }
     Gtk::TreeModelColumn<Glib::ustring> name;
     Gtk::TreeModelColumn<Glib::ustring> value;
+  };
+
+  /// Counts a run of `dot`, for a drawing or an export, while it lasts. At its end it has commands
+  /// looked at that were put off, and notes when an exception broke a drawing off.
+  class Run {
+   public:
+    explicit Run(MainWindow& window);
+    ~Run();
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+   private:
+    MainWindow& m_Window;
+    const int m_ExceptionsBefore;
+  };
+
+  enum class Purpose { kOpenLattice, kOther };
+
+  /// What waits for a run to be over.
+  struct PutOffCommand {
+    std::function<void()> command;
+    Purpose purpose;
   };
 
   static constexpr guint kFileContext = 0;  ///< status bar: which file is open
@@ -107,16 +130,22 @@ class MainWindow : public Gtk::Window {
   const Waveform& currentWaveform();                                 // sound_strip.cpp
   Glib::RefPtr<Gdk::Pixmap> waveformPicture();                       // sound_strip.cpp
   void show_error(Gtk::Window& parent, const std::string& message);  // errors.cpp
+  void sayWhenDrawn(const std::string& message);                     // errors.cpp
 
-  void renderGraph();                                               // rendering.cpp
-  void endRun();                                                    // rendering.cpp
-  bool runPendingEvents();                                          // rendering.cpp
-  bool showStage(const Glib::ustring& text);                        // rendering.cpp
-  void carrySelectionOver();                                        // rendering.cpp
-  void showPathTotals();                                            // rendering.cpp
-  bool putOffWhileRendering(const std::function<void()>& command);  // rendering.cpp
-  bool carryOutNext();                                              // rendering.cpp
-  void setPointer(Gdk::CursorType cursor);                          // rendering.cpp
+  void renderGraph();                              // rendering.cpp
+  void endRun();                                   // rendering.cpp
+  bool runPendingEvents();                         // rendering.cpp
+  bool showStage(const Glib::ustring& text);       // rendering.cpp
+  void carrySelectionOver();                       // rendering.cpp
+  void showPathTotals();                           // rendering.cpp
+  bool isRunWanted() const;                        // put_off.cpp
+  int runCommand(const std::string& commandLine);  // put_off.cpp
+  void breakOffRun();                              // put_off.cpp
+  bool putOffWhileRendering(const std::function<void()>& command,
+                            Purpose purpose = Purpose::kOther);  // put_off.cpp
+  void lookAtPutOff();                                           // put_off.cpp
+  bool carryOutNext();                                           // put_off.cpp
+  void setPointer(Gdk::CursorType cursor);                       // rendering.cpp
 
   CanvasMapping canvasMapping() const;  // canvas.cpp
   void rescaleImage();                  // zoom.cpp
@@ -201,10 +230,13 @@ class MainWindow : public Gtk::Window {
   FileDialog m_SoundDialog;
   FileDialog m_ExportDialog;
 
-  int m_RunsInProgress = 0;     ///< calls of renderGraph that have not returned
+  int m_RunsInProgress = 0;     ///< drawings and exports that have not come to their end
+  bool m_Exporting = false;     ///< one of them is an export
   bool m_RunBrokenOff = false;  ///< an exception left renderGraph and nobody has cleaned up yet
-  std::deque<std::function<void()>> m_PutOff;  ///< commands that wait for a run to be over
-  bool m_CarryingOut = false;                  ///< one of them is being carried out
+  std::deque<PutOffCommand> m_PutOff;
+  bool m_CarryingOut = false;         ///< one of m_PutOff is being carried out
+  sigc::connection m_LookConnection;  ///< they are about to be looked at
+  CommandRun m_Commands;              ///< runs `dot`
   bool m_Quitting = false;
   sigc::connection m_TickConnection;            ///< the play cursor, while sound plays
   std::vector<sigc::connection> m_Connections;  ///< cut before the members go

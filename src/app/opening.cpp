@@ -70,7 +70,7 @@ void MainWindow::open_lattice(const std::string& name) {
     m_CurrentDir = folder;  // a dialog may have changed it meanwhile
     open_lattice(name);
   };
-  if (putOffWhileRendering(openAsNow)) return;
+  if (putOffWhileRendering(openAsNow, Purpose::kOpenLattice)) return;
   on_close();
   const std::string path = m_CurrentDir + "/" + name;
   if (!isReadable(path)) {
@@ -83,6 +83,7 @@ void MainWindow::open_lattice(const std::string& name) {
   }
   m_FileOpened = true;
   on_display_default();
+  if (!m_FileOpened) return;  // closed while it was drawn
   on_zoom_fit();
   m_Statusbar.push(userText("graph : " + path), kFileContext);
   set_title(userText(PRODUCT_NAME + " - " + path));
@@ -96,9 +97,14 @@ void MainWindow::on_window_show() {
   m_StartupPath.clear();
 }
 
+/// Does not wait for a run: it ends it.
 void MainWindow::on_close() {
-  if (putOffWhileRendering([this] { on_close(); }) || !m_FileOpened) return;
-  m_Statusbar.pop(kRunContext);                   // path totals would cover "No file opened"
+  if (m_RunsInProgress > 0)
+    breakOffRun();
+  else if (putOffWhileRendering([this] { on_close(); }))
+    return;
+  if (!m_FileOpened) return;
+  m_Statusbar.remove_all_messages(kRunContext);   // path totals would cover "No file opened"
   m_Statusbar.remove_all_messages(kFileContext);  // none, where the first drawing broke off
   m_Statusbar.push(kNoFile, kFileContext);
   set_title(PRODUCT_NAME);

@@ -1,6 +1,5 @@
-// The pipeline from the lattice to the picture, and what has to wait while it runs.
+// The pipeline from the lattice to the picture. What has to wait while it runs is in put_off.cpp.
 
-#include <exception>
 #include <unordered_map>
 #include <utility>
 
@@ -17,40 +16,6 @@ constexpr const char* kDotMissing =
     "The program \"dot\" was not found, so the lattice cannot be drawn. It belongs to Graphviz: "
     "install the package \"graphviz\" and draw again.";
 
-/// Counts a run of the pipeline while it lasts, and notes when an exception breaks it off.
-class Run {
- public:
-  Run(int& runsInProgress, bool& brokenOff)
-      : m_RunsInProgress(runsInProgress),
-        m_BrokenOff(brokenOff),
-        m_ExceptionsBefore(std::uncaught_exceptions()) {
-    ++m_RunsInProgress;
-  }
-  ~Run() {
-    --m_RunsInProgress;
-    if (std::uncaught_exceptions() > m_ExceptionsBefore) m_BrokenOff = true;
-  }
-  Run(const Run&) = delete;
-  Run& operator=(const Run&) = delete;
-
- private:
-  int& m_RunsInProgress;
-  bool& m_BrokenOff;
-  const int m_ExceptionsBefore;
-};
-
-/// Keeps a flag set while it lasts.
-class While {
- public:
-  explicit While(bool& flag) : m_Flag(flag) { m_Flag = true; }
-  ~While() { m_Flag = false; }
-  While(const While&) = delete;
-  While& operator=(const While&) = delete;
-
- private:
-  bool& m_Flag;
-};
-
 }  // namespace
 
 /// Brings the picture up to date with the lattice and the display settings.
@@ -59,7 +24,11 @@ class While {
 /// stays set until endRun.
 void MainWindow::renderGraph() {
   if (!m_FileOpened || m_Rendering) return;
-  const Run run(m_RunsInProgress, m_RunBrokenOff);
+  if (m_Exporting) {  // which has `dot` at work on the same files
+    putOffWhileRendering([this] { renderGraph(); });
+    return;
+  }
+  const Run run(*this);
   setPointer(Gdk::WATCH);
   if (!runPendingEvents()) return endRun();
   m_SoundArea.queue_draw();
@@ -73,7 +42,9 @@ void MainWindow::renderGraph() {
   }
   if (!showStage("Creating graph...")) return endRun();
   refreshSelectedEdgeScore(m_Graph);
-  writeDotAndRun(m_Graph, std::nullopt, runBySystem);
+  writeDotAndRun(m_Graph, std::nullopt,
+                 [this](const std::string& line) { return runCommand(line); });
+  if (!isRunWanted()) return endRun();
   m_Statusbar.pop(kRunContext);
 
   if (!showStage("Loading graph elements...")) return endRun();
@@ -94,21 +65,22 @@ void MainWindow::renderGraph() {
   showPathTotals();
 }
 
-/// Shows a stage of the run in the status bar and lets pending events through. False when the user
-/// left the program meanwhile.
+/// Shows a stage of the run in the status bar and lets pending events through. False when the run
+/// is not wanted any more.
 bool MainWindow::showStage(const Glib::ustring& text) {
   m_Statusbar.push(text, kRunContext);
   return runPendingEvents();
 }
 
 /// Lets pending events through, for a bounded time: while sound plays, events that take longer than
-/// a tick of the cursor would never end. False when the user left the program meanwhile.
+/// a tick of the cursor would never end. False when a run that lets them through is not wanted any
+/// more.
 bool MainWindow::runPendingEvents() {
   constexpr gint64 kLongestUs = 1000000;
   const gint64 deadline = g_get_monotonic_time() + kLongestUs;
   while (!m_Quitting && Gtk::Main::events_pending() && g_get_monotonic_time() < deadline)
     Gtk::Main::iteration();
-  return !m_Quitting;
+  return isRunWanted();
 }
 
 /// Ends a run before its last step, because an exception or the user broke it off.
@@ -151,31 +123,6 @@ void MainWindow::showPathTotals() {
   if (m_ShowPathWithEdge)
     words += "Shortest path with the selected edge : " + m_Graph.selectedPathText;
   m_refInfoBuffer->set_text(words);
-}
-
-/// Keeps a command that opens or closes a file until no run is in progress: the events that a run
-/// lets through must not change the file under it. Commands keep their order. False when the
-/// command can be carried out now.
-bool MainWindow::putOffWhileRendering(const std::function<void()>& command) {
-  const bool isNext = m_PutOff.empty() || m_CarryingOut;
-  if (m_RunsInProgress == 0 && isNext) return false;
-  constexpr unsigned kLookAgainMs = 20;
-  m_PutOff.push_back(command);
-  m_Connections.push_back(Glib::signal_timeout().connect(
-      sigc::mem_fun(*this, &MainWindow::carryOutNext), kLookAgainMs));
-  return true;
-}
-
-/// Carries out the command that was put off first, unless it has to wait. True when it has to: a
-/// command is also not to change the file behind a dialog or an open menu.
-bool MainWindow::carryOutNext() {
-  const bool hasToWait = m_RunsInProgress > 0 || m_CarryingOut || gtk_grab_get_current();
-  if (hasToWait) return true;
-  const std::function<void()> command = std::move(m_PutOff.front());
-  m_PutOff.pop_front();
-  const While carryingOut(m_CarryingOut);
-  command();
-  return false;
 }
 
 void MainWindow::setPointer(Gdk::CursorType cursor) {

@@ -12,10 +12,13 @@ void MainWindow::on_quit() { endProgram(); }
 /// then, and the program entry asks isQuitting() before it starts one.
 void MainWindow::endProgram() {
   m_Quitting = true;
+  m_PutOff.clear();
+  m_Commands.breakOff();
   if (Gtk::Main::level() > 0) Gtk::Main::quit();
 }
 
 void MainWindow::on_about() {
+  if (putOffWhileRendering([this] { on_about(); })) return;
   AboutDialog dialog(VERSION_TEXT, *this, true, false);
   dialog.run();
 }

@@ -1,7 +1,6 @@
 #include "layout/dot_writer.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <fstream>
 #include <locale>
 #include <map>
@@ -122,8 +121,6 @@ void writeDescription(Graph& graph, std::ostream& stream) {
   if (selected) graph.selectedPathText = selected->text();
   stream << "}\n";
 }
-
-int runBySystem(const std::string& commandLine) { return std::system(commandLine.c_str()); }
 
 DotRuns writeDotAndRun(Graph& graph, const std::optional<std::string>& outputName,
                        const CommandRunner& run) {

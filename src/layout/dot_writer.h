@@ -15,9 +15,6 @@ namespace quorbel {
 /// does.
 using CommandRunner = std::function<int(const std::string& commandLine)>;
 
-/// Runs the command line by std::system.
-int runBySystem(const std::string& commandLine);
-
 /// How the runs of `dot` ended, as the CommandRunner returned it; dot_failure.h reads it.
 struct DotRuns {
   int image = 0;

@@ -7,7 +7,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-/// Commands that open or close a file and arrive while a drawing is made: they wait.
+/// Commands that open a file or a dialog and arrive while a drawing is made: they wait.
 class PutOff : public WindowTest {
  protected:
   PutOff() {
@@ -70,19 +70,34 @@ TEST_F(PutOff, LatticeIsLookedForInTheFolderItWasChosenIn) {
   EXPECT_EQ(dialogs, Texts{"Please choose a HTK file"});
 }
 
-TEST_F(PutOff, ClosingWaitsForALatticeThatWaitsItself) {
+TEST_F(PutOff, ClosingForgetsTheLatticesThatWait) {
   TestWindow& w = openLattice(kTwoWords);
+  Texts titles;
+  w.property_title().signal_changed().connect([&] { titles.push_back(w.get_title()); });
   duringStage("Creating graph...", [&] {
+    chooseSibling("test.words.lat");
     activate("FileClose");
     chooseSibling("test.ways.lat");
-    activate("FileClose");
   });
   activate("DisplayValue");
-  bool wasOpened = false;
-  EXPECT_TRUE(waitFor([&] {
-    wasOpened |= w.get_title() == titleOf("test.ways.lat");
-    return wasOpened && !w.m_FileOpened;
-  }));
+  expectInTheEnd([&] { return w.get_title() == titleOf("test.ways.lat"); });
+  EXPECT_EQ(titles, (Texts{"Quorbel", titleOf("test.ways.lat")}));
+}
+
+TEST_F(PutOff, ClosingLeavesADialogThatWaits) {
+  TestWindow& w = openLattice(kTwoWords);
+  duringStage("Creating graph...", [&] {
+    activate("FileOpen");
+    activate("FileClose");
+  });
+  answer = [&](Gtk::Dialog& dialog) {
+    EXPECT_FALSE(w.m_FileOpened);
+    choose(dynamic_cast<Gtk::FileChooserDialog&>(dialog), pathOf("test.ways.lat"),
+           Gtk::RESPONSE_OK);
+  };
+  activate("DisplayValue");
+  expectInTheEnd([&] { return w.get_title() == titleOf("test.ways.lat"); });
+  EXPECT_EQ(dialogs, Texts{"Please choose a HTK file"});
 }
 
 TEST_F(PutOff, LatticeOpenedBeforeTheFirstStageWaitsToo) {
@@ -93,21 +108,38 @@ TEST_F(PutOff, LatticeOpenedBeforeTheFirstStageWaitsToo) {
   expectInTheEnd([&] { return w.get_title() == titleOf("test.ways.lat"); });
 }
 
-TEST_F(PutOff, ClosingMeanwhileClosesAfterwards) {
+TEST_F(PutOff, ClosingIsNot) {
   for (const char* stage : kStages) {
     SCOPED_TRACE(stage);
     TestWindow& w = openLattice(kTwoWords);
     duringStage(stage, [] {});
     duringStage(stage, [this] { activate("FileClose"); });
     activate("DisplayValue");
-    EXPECT_TRUE(w.m_FileOpened);
-    EXPECT_EQ(edgeOf(w, 0).label, "10");
-    EXPECT_EQ(w.get_title(), titleOf("test.lat"));
-    expectInTheEnd([&] { return !w.m_FileOpened; });
+    EXPECT_FALSE(w.m_FileOpened);
+    EXPECT_FALSE(w.m_Rendering);
+    EXPECT_EQ(w.m_RunsInProgress, 0);
+    EXPECT_EQ(pointerOf(w), GDK_LEFT_PTR);
     EXPECT_EQ(w.get_title(), "Quorbel");
     EXPECT_EQ(statusOf(w), "No file opened");
     EXPECT_TRUE(w.m_EdgeLayouts.empty());
     EXPECT_FALSE(w.m_refGraphImage);
+    w.m_Statusbar.pop(TestWindow::kFileContext);
+    EXPECT_EQ(statusOf(w), "");
+  }
+}
+
+TEST_F(PutOff, ClosingDuringTheFirstDrawingIsNot) {
+  for (const char* stage : kStages) {
+    SCOPED_TRACE(stage);
+    folder.write("test.wav", "no sound");
+    TestWindow& w = showWindow();
+    duringStage(stage, [this] { activate("FileClose"); });
+    openLattice(kTwoWords);
+    EXPECT_FALSE(w.m_FileOpened);
+    EXPECT_EQ(w.get_title(), "Quorbel");
+    EXPECT_EQ(statusOf(w), "No file opened");
+    EXPECT_FALSE(w.m_refGraphImage);
+    EXPECT_EQ(dialogs, Texts());
   }
 }
 
@@ -131,15 +163,6 @@ TEST_F(PutOff, CommandsAreCarriedOutInTheirOrder) {
   TestWindow& w = openLattice(kTwoWords);
   duringStage("Creating graph...", [this] {
     chooseSibling("test.ways.lat");
-    activate("FileClose");
-  });
-  activate("DisplayValue");
-  expectInTheEnd([&] { return !w.m_FileOpened && w.m_Graph.adjacency->nodeCount == 4; });
-
-  openLattice(kTwoWords);
-  duringStage("Creating graph...", [this] {
-    activate("FileClose");
-    chooseSibling("test.ways.lat");
     chooseSibling("test.words.lat");
   });
   Texts titles;
@@ -154,7 +177,7 @@ TEST_F(PutOff, NextCommandWaitsForTheDialogOfTheOneBefore) {
   TestWindow& w = openLattice(kTwoWords);
   duringStage("Creating graph...", [this] {
     activate("FileOpen");
-    activate("FileClose");
+    chooseSibling("test.words.lat");
   });
   bool openDuringDialog = false;
   answer = [&](Gtk::Dialog& dialog) {
@@ -162,16 +185,19 @@ TEST_F(PutOff, NextCommandWaitsForTheDialogOfTheOneBefore) {
     constexpr unsigned kLongAfterMs = 200;
     Glib::signal_timeout().connect_once(
         [&] {
-          openDuringDialog = w.m_FileOpened;
+          openDuringDialog = w.get_title() == titleOf("test.lat");
           choose(dynamic_cast<Gtk::FileChooserDialog&>(dialog), pathOf("test.ways.lat"),
                  Gtk::RESPONSE_OK);
         },
         kLongAfterMs);
   };
+  Texts titles;
+  w.property_title().signal_changed().connect([&] { titles.push_back(w.get_title()); });
   activate("DisplayValue");
-  expectInTheEnd([&] { return !w.m_FileOpened; });
+  expectInTheEnd([&] { return w.get_title() == titleOf("test.words.lat"); });
   EXPECT_TRUE(openDuringDialog);
-  EXPECT_EQ(w.m_Graph.adjacency->nodeCount, 4);
+  EXPECT_EQ(titles,
+            (Texts{"Quorbel", titleOf("test.ways.lat"), "Quorbel", titleOf("test.words.lat")}));
 }
 
 TEST_F(PutOff, CommandThatComesBeforeTheyAreCarriedOutComesAfterThem) {
@@ -186,21 +212,22 @@ TEST_F(PutOff, CommandThatComesBeforeTheyAreCarriedOutComesAfterThem) {
 TEST_F(PutOff, CommandsWaitForAnErrorBoxToBeAnswered) {
   folder.write("test.wav", "no sound");
   TestWindow& w = showWindow();
-  duringStage("Creating graph...", [this] { activate("FileClose"); });
-  bool openDuringBox = false;
+  duringStage("Creating graph...", [this] { chooseSibling("test.ways.lat"); });
+  Texts titlesBehindBoxes;
   answer = [&](Gtk::Dialog& dialog) {
     constexpr unsigned kLongAfterMs = 200;
     Glib::signal_timeout().connect_once(
         [&] {
-          openDuringBox = w.m_FileOpened;
+          titlesBehindBoxes.push_back(w.get_title());
           dialog.response(Gtk::RESPONSE_OK);
         },
         kLongAfterMs);
   };
   openLattice(kTwoWords);
-  EXPECT_EQ(dialogs, Texts{"Unable to load " + pathOf("test.wav")});
-  EXPECT_TRUE(openDuringBox);
-  expectInTheEnd([&] { return !w.m_FileOpened; });
+  expectInTheEnd([&] { return titlesBehindBoxes.size() == 2; });
+  EXPECT_EQ(dialogs, Texts(2, "Unable to load " + pathOf("test.wav")));
+  EXPECT_EQ(titlesBehindBoxes, (Texts{titleOf("test.lat"), titleOf("test.ways.lat")}));
+  expectInTheEnd([&] { return w.get_title() == titleOf("test.ways.lat"); });
 }
 
 TEST_F(PutOff, CommandsDuringTheFirstDrawingWaitForItsEnd) {

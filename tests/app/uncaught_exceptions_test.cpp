@@ -65,7 +65,7 @@ TEST_F(UncaughtExceptions, LeaveStatusAndPointerAloneWhenNothingIsDrawn) {
   EXPECT_EQ(statusOf(w), "Shortest Path : 30.25");
 }
 
-TEST_F(UncaughtExceptions, InsideARunDoNotEndIt) {
+TEST_F(UncaughtExceptions, InsideARunDoNotEndItAndAreSaidAfterIt) {
   TestWindow& w = openLattice(kTwoWords);
   for (const char* stage : kStages) {
     SCOPED_TRACE(stage);
@@ -73,24 +73,37 @@ TEST_F(UncaughtExceptions, InsideARunDoNotEndIt) {
     dialogs.clear();
     bool stillRendering = false;
     bool stillWatch = false;
-    std::string statusAfterBox;
-    duringStage(stage, [] { throw std::runtime_error("a failure in between"); });
+    std::string statusAfterwards;
+    bool isRunOverAtBox = false;
+    duringStage(stage, [&] {
+      Glib::signal_idle().connect_once(
+          [&] {
+            stillRendering = w.m_Rendering;
+            stillWatch = pointerOf(w) == GDK_WATCH;
+            statusAfterwards = statusOf(w);
+          },
+          Glib::PRIORITY_DEFAULT);
+      throw std::runtime_error("a failure in between");
+    });
     answer = [&](Gtk::Dialog& dialog) {
-      stillRendering = w.m_Rendering;
-      stillWatch = pointerOf(w) == GDK_WATCH;
-      statusAfterBox = statusOf(w);
+      isRunOverAtBox = w.m_RunsInProgress == 0;
       dialog.response(Gtk::RESPONSE_OK);
     };
     const Glib::RefPtr<Gdk::Pixbuf> before = w.m_refGraphImage;
     activate("DisplayValue");
-    EXPECT_EQ(dialogs, Texts{"a failure in between"});
+    EXPECT_EQ(printed.take(), "a failure in between\n");
+    EXPECT_EQ(dialogs, Texts());
     EXPECT_TRUE(stillRendering);
     EXPECT_TRUE(stillWatch);
-    EXPECT_EQ(statusAfterBox, stage);
+    EXPECT_EQ(statusAfterwards, stage);
     EXPECT_NE(w.m_refGraphImage, before);
     EXPECT_FALSE(w.m_Rendering);
     EXPECT_EQ(pointerOf(w), GDK_LEFT_PTR);
     EXPECT_EQ(statusOf(w), "graph : " + (folder.path() / "test.lat").string());
+    EXPECT_TRUE(waitFor([&] { return !dialogs.empty(); }));
+    EXPECT_EQ(dialogs, Texts{"a failure in between"});
+    EXPECT_TRUE(isRunOverAtBox);
+    settle();
   }
 }
 
@@ -127,7 +140,7 @@ TEST_F(UncaughtExceptions, OfTheNextHandlerDoNotEndALaterRun) {
   duringStage("Loading graph elements...", [&] { stillRendering = w.m_Rendering; });
   activate("DisplayValue");
   EXPECT_TRUE(stillRendering);
-  EXPECT_EQ(dialogs.size(), 2u);
+  EXPECT_TRUE(waitFor([&] { return dialogs.size() == 2; }));
 }
 
 }  // namespace

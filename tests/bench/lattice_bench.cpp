@@ -17,6 +17,7 @@
 #include "layout/file_names.h"
 #include "layout/layout_reader.h"
 #include "ratio_reporter.h"
+#include "run_by_system.h"
 #include "sample_lattice.h"
 #include "temporary_folder.h"
 

@@ -13,6 +13,7 @@
 #include "layout/dot_writer.h"
 #include "layout/file_names.h"
 #include "layout_support.h"
+#include "run_by_system.h"
 
 namespace quorbel {
 namespace {

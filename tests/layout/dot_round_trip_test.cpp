@@ -13,6 +13,7 @@
 #include "layout/dot_writer.h"
 #include "layout/layout_reader.h"
 #include "layout_support.h"
+#include "run_by_system.h"
 
 // From the lattice to the real `dot` and back.
 

@@ -6,6 +6,7 @@
 
 #include "layout/dot_writer.h"
 #include "layout_support.h"
+#include "run_by_system.h"
 
 // What links are labelled with, the words along the paths, and numbers under every locale.
 

@@ -8,6 +8,7 @@
 #include "layout/dot_failure.h"
 #include "layout/dot_writer.h"
 #include "layout_support.h"
+#include "run_by_system.h"
 
 // The file that the description goes to, and the two runs of `dot`.
 

@@ -139,7 +139,7 @@ class LauncherTest(ViewerTest):
         viewer.process.terminate()
         self.assertEqual(143, viewer.process.wait(PATIENCE_S))
         self.nothing_is_left("small.lat")
-        self.assertEqual([], self.processes_in_work_folders())
+        self.becomes([], self.processes_in_work_folders)
 
     def processes_in_work_folders(self):
         """Those that still work there, even if the folder is gone."""

@@ -1,5 +1,6 @@
 """How the viewer starts, with what arguments and surroundings, and how a user may leave it."""
 
+import signal
 import subprocess
 import unittest
 
@@ -199,16 +200,32 @@ class EndTest(ViewerTest):
     def test_by_closing_while_playing(self):
         self.leaves_while_playing(by_closing)
 
-    def test_closing_the_file_while_rendering_waits_for_the_end_of_it(self):
+    def test_closing_the_file_while_rendering_ends_dot(self):
         self.hold_dot()
         viewer = self.start(STRICT, "small.lat")
         self.wait_for_held_dot()
         viewer.key("ctrl+w")
-        self.release_dot()
         self.becomes("No file opened", viewer.status)
-        self.assertEqual(("Quorbel", DOT_RUNS), (viewer.title(), self.dot_runs()))
+        self.assertEqual(("Quorbel", DOT_RUNS[:1]), (viewer.title(), self.dot_runs()))
+        self.becomes([], self.running_dots)
+        self.release_dot()
+        viewer.open_sibling("small.lat")
+        self.opens(viewer, "./small.lat", SMALL_DESCRIPTION)
+        viewer.drawing()
         by_menu(viewer)
         self.ends(viewer)
+
+    def test_dot_ends_with_the_viewer_whatever_ends_that(self):
+        for number in (signal.SIGKILL, signal.SIGTERM, signal.SIGINT, signal.SIGHUP,
+                       signal.SIGABRT):
+            with self.subTest(signal=number):
+                self.hold_dot()
+                viewer = self.start(STRICT, "small.lat", "--sync")
+                self.wait_for_held_dot()
+                self.assertNotEqual([], self.running_dots())
+                viewer.process.send_signal(number)
+                self.assertEqual(-number, viewer.end_status())
+                self.becomes([], self.running_dots)
 
     def leaves_when_nothing_is_open(self, leave):
         viewer = self.start(STRICT)
@@ -226,19 +243,19 @@ class EndTest(ViewerTest):
         self.hold_dot()
         viewer.press("Shortest path")
         self.wait_for_held_dot()
-        leave(viewer)
-        self.assertTrue(viewer.is_running)
-        self.release_dot()
-        self.ends(viewer)
+        self.leaves_at_once(viewer, leave)
 
     def leaves_during_the_first_rendering(self, leave):
         self.hold_dot()
         viewer = self.start(STRICT, "small.lat")
         self.wait_for_held_dot()
+        self.leaves_at_once(viewer, leave)
+
+    def leaves_at_once(self, viewer, leave):
+        """While `dot` would not come to its end."""
         leave(viewer)
-        self.assertTrue(viewer.is_running)
-        self.release_dot()
         self.ends(viewer)
+        self.becomes([], self.running_dots)
 
     def leaves_while_playing(self, leave):
         write_sound(self.folder / "small.wav", seconds=180)

@@ -320,6 +320,19 @@ class ViewerTest(unittest.TestCase):
     def release_dot(self):
         self._hold.unlink()
 
+    def running_dots(self):
+        """The processes of the `dot` that the test has put there."""
+        program = str(self.programs / "dot").encode()
+        running = []
+        for process in pathlib.Path("/proc").glob("[0-9]*"):
+            try:
+                words = (process / "cmdline").read_bytes().split(b"\0")
+            except OSError:  # ended meanwhile
+                continue
+            if program in words:
+                running.append(words)
+        return running
+
     def dot_runs(self):
         return self._dot_log.read_text().splitlines() if self._dot_log.exists() else []
 
