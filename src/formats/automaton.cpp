@@ -1,7 +1,6 @@
 #include "formats/automaton.h"
 
 #include <algorithm>
-#include <limits>
 #include <optional>
 #include <utility>
 

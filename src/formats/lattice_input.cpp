@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "formats/automaton.h"
+#include "formats/fst_binary.h"
+#include "formats/fst_text.h"
 #include "formats/kaldi_archive.h"
 #include "formats/normalise.h"
 #include "formats/slf_file.h"
@@ -94,11 +96,24 @@ std::string LatticeInput::readArchive(WordLattice& lattice) {
 std::string LatticeInput::readWhole(WordLattice& lattice) {
   SlfFile file;
   std::string error = m_File.readRest(file.bytes);
-  if (error.empty()) error = parseSlf(file);
-  if (error.empty()) error = normalise(file, lattice);
+  if (!error.empty()) return error;
+  error = m_Format == InputFormat::Slf ? readSlf(file, lattice) : readFst(file.bytes, lattice);
   if (error.empty() && !isWanted(lattice.utterance)) lattice = WordLattice();
+  return error;
+}
+
+std::string LatticeInput::readSlf(SlfFile& file, WordLattice& lattice) {
+  std::string error = parseSlf(file);
+  if (error.empty()) error = normalise(file, lattice);
   if (!m_File.isCompressed()) m_PlainText = std::move(file.bytes);
   return error;
+}
+
+std::string LatticeInput::readFst(const std::string& bytes, WordLattice& lattice) const {
+  Automaton automaton;
+  std::string error = m_Format == InputFormat::OpenFstBinary ? readFstBinary(bytes, automaton)
+                                                             : parseFstText(bytes, automaton);
+  return error.empty() ? latticeOf(automaton, m_Options, lattice) : error;
 }
 
 std::string readWordLattice(const std::string& path, WordLattice& lattice,

@@ -15,6 +15,7 @@
 namespace quorbel {
 
 class KaldiArchive;
+struct SlfFile;
 
 /// Reads a file, plain or compressed by gzip, in HTK's Standard Lattice Format, the viewer's
 /// dialect of it, as a text archive of Kaldi's or as OpenFst's file or text: what it is, its
@@ -53,6 +54,8 @@ class LatticeInput {
   std::string begin();
   std::string readArchive(WordLattice& lattice);
   std::string readWhole(WordLattice& lattice);
+  std::string readSlf(SlfFile& file, WordLattice& lattice);
+  std::string readFst(const std::string& bytes, WordLattice& lattice) const;
   bool isWanted(const std::string& name) const;
   bool nextName(std::string& name, std::string& error);
   bool fail(const std::string& error);

@@ -75,7 +75,7 @@ int run(int argc, char** argv) {
   CLI::App app(
       "Imports, prunes, ranks and draws the word lattices of speech recognisers.\n"
       "Every command reads HTK's Standard Lattice Format, the Quorbel viewer's dialect of it, "
-      "and Kaldi's text archives.",
+      "Kaldi's text archives, and OpenFst's files and texts.",
       "quorbel-lattice");
   app.require_subcommand(0, 1);
   app.set_version_flag("--version", "quorbel-lattice " QUORBEL_VERSION);

@@ -336,6 +336,14 @@ class KaldiTest(ToolTest):
         result = self.run_tool("import", "--unless-dialect", "lat.1", "talk.lat")
         self.assertIn("words are shown as numbers", result.stderr)
 
+    def test_reads_what_fstprint_writes(self):
+        self.write("talk.fst.txt", "0\t1\tgood\t0.5\n1\t2\tday\n2\t0.25\n")
+        self.assertEqual("TOTAL=-0.75: good day",
+                         self.succeeds("info", "talk.fst.txt").splitlines()[-2].split(None, 2)[2])
+        self.write("talk.fst", bytes.fromhex("d6fdb27e") + b"\xff" * 8)
+        self.assertEqual("talk.fst: the file ends too early, after 12 bytes",
+                         self.fails("info", "talk.fst"))
+
     def test_reads_the_standard_input(self):
         text = self.succeeds("info", "talk.slf")
         for name, content in (("plain", self.read("talk.slf").encode()),
