@@ -68,13 +68,14 @@ std::string chooseLabels(Graph& graph, const std::string& field) {
   return "no word has the attribute \"" + field + "\"; labels can be: " + listed(known);
 }
 
-/// The label of each link, in the order of the links.
-std::vector<std::string> labelsOf(const Graph& graph, const std::string& scoreName) {
+/// The label of each link, in the order of the links; of `scores`, too, which are those of that
+/// name.
+std::vector<std::string> labelsOf(const Graph& graph, const std::string& scoreName,
+                                  const std::vector<double>& scores) {
   std::vector<std::string> labels;
   for (const std::vector<Edge>& edges : graph.adjacency->outgoing) {
     for (const Edge& edge : edges) {
-      const auto score = edge.scores.find(scoreName);
-      const double cost = score == edge.scores.end() ? 0.0 : score->second;
+      const double cost = edge.scores.count(scoreName) == 0 ? 0.0 : -scores[labels.size()];
       labels.push_back(graph.labelByValue ? formatNumber(cost)
                                           : edgeXmlLabel(graph, edge.word, false));
     }
@@ -138,7 +139,8 @@ std::string describe(const WordLattice& lattice, const DrawingOptions& options,
   DrawingMarks marks;
   std::string error = chooseLabels(graph, options.labelField);
   if (error.empty()) error = chooseMarks(lattice, options, *scores, marks);
-  if (error.empty()) description = descriptionOf(lattice, labelsOf(graph, scoreName), marks, style);
+  if (error.empty())
+    description = descriptionOf(lattice, labelsOf(graph, scoreName, *scores), marks, style);
   return error;
 }
 

@@ -6,6 +6,7 @@
 #include "lattice/htk_reader.h"
 #include "lattice/reading_rules.h"
 #include "layout/whole_file.h"
+#include "measures/level_shift.h"
 #include "words/decimal.h"
 #include "words/word_text.h"
 
@@ -67,7 +68,7 @@ double inMillionths(double value) {
   return std::round(value * kMillion) / kMillion;
 }
 
-std::string linkLine(const WordLattice& lattice, const WordLink& link) {
+std::string linkLine(const WordLattice& lattice, const WordLink& link, const LevelShift& shift) {
   std::string line = "J=";
   appendInteger(line, link.id);
   line += " S=";
@@ -82,7 +83,8 @@ std::string linkLine(const WordLattice& lattice, const WordLink& link) {
     line += '=';
     appendNumber(line, value);
   };
-  add(kTotalName, link.total);
+  add(kTotalName, shiftedTotal(link, shift));
+  if (shift.perLevel > 0.0) add(kUnshiftedName, link.total);
   for (const NamedScore& score : link.scores)
     add(lattice.scoreNames[slot(score.name)], score.value);
   if (!lattice.isCyclic) add(kPosteriorName, inMillionths(link.logPosterior));
@@ -101,8 +103,9 @@ std::string dialectText(const WordLattice& lattice, std::string& text) {
   text.reserve(kUsualLine * (lattice.links.size() + lattice.nodes.size() / 4));
   appendHeader(text, lattice);
   appendNodes(text, lattice);
+  const LevelShift shift = levelShiftOf(lattice);
   for (const WordLink& link : lattice.links)
-    if (!appendLine(text, linkLine(lattice, link)))
+    if (!appendLine(text, linkLine(lattice, link, shift)))
       return "link " + std::to_string(link.id) +
              " has so long a word, with \"start=\" or \"end=\" in it, that the viewer would "
              "misread it";

@@ -45,13 +45,16 @@ FieldMeaning::Kind kindOf(std::string_view key, bool isDialect) {
 }
 
 /// Whether the viewer cannot show a score of this name: its reader takes it for something else, it
-/// would come before the total, or it is one of the two that every link has anyhow.
+/// would come before the total, or it is one that links have anyhow.
 bool isTakenScore(const std::string& name) {
-  return readerKey(name) != ReaderKey::Score || name == kPosteriorName || name <= kTotalName;
+  return readerKey(name) != ReaderKey::Score || name == kPosteriorName || name == kUnshiftedName ||
+         name <= kTotalName;
 }
 
-/// The dialect's own total is a score of the file; see LinkFields.
-bool isTakenInDialect(const std::string& name) { return name != kTotalName && isTakenScore(name); }
+/// The dialect's own totals are scores of the file; see LinkFields.
+bool isTakenInDialect(const std::string& name) {
+  return name != kTotalName && name != kUnshiftedName && isTakenScore(name);
+}
 
 /// Whether a word's element cannot have an attribute of this name.
 bool isTakenAttribute(const std::string& name) {

@@ -33,8 +33,8 @@ struct FieldMeaning {
 /// depend on the order of the file.
 class FieldKeys {
  public:
-  /// `isDialect`: the file is one that this program or the viewer may have written, whose "TOTAL"
-  /// and "post" are the scores of that name. `file` outlives this object.
+  /// `isDialect`: the file is one that this program or the viewer may have written, whose "TOTAL",
+  /// "unshifted" and "post" are the scores of that name. `file` outlives this object.
   FieldKeys(const SlfFile& file, bool isDialect);
 
   /// The meaning of a key of the file.

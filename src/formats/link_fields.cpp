@@ -55,6 +55,7 @@ LinkFields::LinkFields(const SlfFile& file, WordLattice& lattice)
       m_LogOfBase(logOfBase(file.header.base)),
       m_Formula(m_Keys.scoreNames(), naturalScales(file.header, m_LogOfBase)),
       m_Total(indexIn(m_Keys.scoreNames(), kTotalName)),
+      m_Unshifted(indexIn(m_Keys.scoreNames(), kUnshiftedName)),
       m_ScorePlace(m_Keys.scoreNames().size(), 0),
       m_AttributePlace(m_Keys.attributeNames().size(), 0) {
   lattice.scoreNames = m_Keys.scoreNames();
@@ -170,14 +171,18 @@ std::string LinkFields::logScore(const SlfField& field, double& value) const {
 }
 
 /// The total is the sum of the scaled scores, unless the file brings one itself, which then is no
-/// further score of the link.
+/// further score of the link. A file for the viewer may bring it twice, of which the one that was
+/// not changed for the viewer's search counts.
 void LinkFields::takeTotal(WordLink& link) const {
   link.total = m_Formula.of(link);
-  const auto own = std::find_if(link.scores.begin(), link.scores.end(),
-                                [&](const NamedScore& score) { return score.name == m_Total; });
-  if (own == link.scores.end()) return;
-  link.total = own->value;
-  link.scores.erase(own);
+  for (const int name : {m_Total, m_Unshifted}) {
+    if (name == FieldMeaning::kNone) continue;
+    const auto own = std::find_if(link.scores.begin(), link.scores.end(),
+                                  [&](const NamedScore& score) { return score.name == name; });
+    if (own == link.scores.end()) continue;
+    link.total = own->value;
+    link.scores.erase(own);
+  }
 }
 
 }  // namespace quorbel

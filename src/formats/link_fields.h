@@ -47,7 +47,8 @@ class LinkFields {
   const FieldKeys m_Keys;
   const double m_LogOfBase;  ///< factor from the file's logarithms to natural ones
   const TotalFormula m_Formula;
-  const int m_Total;  ///< index of the total among the score names, or FieldMeaning::kNone
+  const int m_Total;      ///< index of the total among the score names, or FieldMeaning::kNone
+  const int m_Unshifted;  ///< the same of the one that the viewer does not see as its total
   std::vector<std::size_t> m_ScorePlace;      ///< for each name, where a link last had it
   std::vector<std::size_t> m_AttributePlace;  ///< the same for attributes
 };

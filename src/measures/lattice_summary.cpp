@@ -8,6 +8,7 @@
 #include "lattice/number_text.h"
 #include "lattice/shortest_path.h"
 #include "measures/best_paths.h"
+#include "measures/level_shift.h"
 #include "words/decimal.h"
 #include "words/word_text.h"
 
@@ -65,6 +66,18 @@ std::string bestPathRow(const WordLattice& lattice) {
                                      drawableText(wordsOf(lattice, paths[0])));
 }
 
+std::string aboutPositiveTotals(const WordLattice& lattice, int first, const LevelShift& shift) {
+  const auto isPositive = [](const WordLink& link) { return link.total > 0.0; };
+  const auto count = std::count_if(lattice.links.begin(), lattice.links.end(), isPositive);
+  const std::string text = "the TOTAL of " + std::to_string(count) +
+                           " links is positive (the first: J=" + std::to_string(first) + ")";
+  if (lattice.isCyclic)
+    return text + " in a network with a cycle, so the viewer's search may miss the best path";
+  return text + ", so for the viewer's search a link costs " + formatNumber(shift.perLevel) +
+         " more for each level that it spans, and every path " + formatNumber(shift.ofPath) +
+         " more; its \"" + kUnshiftedName + "\" is the true sum";
+}
+
 }  // namespace
 
 std::string summaryRow(const std::string& name, const std::string& value) {
@@ -103,19 +116,15 @@ std::vector<std::string> warningsAbout(const WordLattice& lattice) {
   std::vector<std::string> warnings = lattice.notes;
   if (!lattice.hasTimes)
     warnings.emplace_back("no node has a time; its depth in the lattice stands for it");
-  const auto isPositive = [](const WordLink& link) { return link.total > 0.0; };
-  if (const std::optional<int> first = firstPositiveTotal(lattice)) {
-    const auto count = std::count_if(lattice.links.begin(), lattice.links.end(), isPositive);
-    warnings.push_back("the TOTAL of " + std::to_string(count) +
-                       " links is positive (the first: J=" + std::to_string(*first) +
-                       "), so the viewer's search may miss the best path");
-  }
+  const LevelShift shift = levelShiftOf(lattice);
+  if (const std::optional<int> first = firstPositiveTotal(lattice))
+    warnings.push_back(aboutPositiveTotals(lattice, *first, shift));
   std::vector<LatticePath> paths;
   const std::string error = findBestPaths(lattice, *scoresNamed(lattice, kTotalName), 1, paths);
   if (!error.empty())
     warnings.push_back("there is no best path: " + error);
-  else if (-paths[0].score >= NO_EDGE_COST)
-    warnings.push_back("the best path costs " + formatNumber(-paths[0].score) +
+  else if (shift.ofPath - paths[0].score >= NO_EDGE_COST)
+    warnings.push_back("the best path costs " + formatNumber(shift.ofPath - paths[0].score) +
                        ", more than the viewer's search can reach");
   if (lattice.nodes.size() > static_cast<std::size_t>(kMostNodes))
     warnings.push_back("the viewer opens at most " + std::to_string(kMostNodes) +

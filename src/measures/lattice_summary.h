@@ -17,8 +17,9 @@ std::string summaryOf(const WordLattice& lattice);
 std::string summaryRow(const std::string& name, const std::string& value);
 
 /// What the user should know of a lattice that the viewer is to open, a line each, without line
-/// ends: what its reading left to say, times that are none, positive totals, a best path that the
-/// viewer's search cannot reach, no path at all, a size that makes drawing slow.
+/// ends: what its reading left to say, times that are none, positive totals and what is taken from
+/// them for the viewer, a best path that the viewer's search cannot reach, no path at all, a size
+/// that makes drawing slow.
 std::vector<std::string> warningsAbout(const WordLattice& lattice);
 
 }  // namespace quorbel

@@ -88,6 +88,10 @@ inline std::size_t slot(int index) { return static_cast<std::size_t>(index); }
 inline const std::string kTotalName = "TOTAL";
 inline const std::string kPosteriorName = "post";
 
+/// Under this name a file for the viewer keeps the total of a link whose kTotalName is another
+/// number, for the sake of the viewer's search (see level_shift.h). In memory there is only one.
+inline const std::string kUnshiftedName = "unshifted";
+
 /// Puts links in the order of their start and then their end nodes, of parallel ones the best
 /// first; see WordLattice.
 void sortLinks(WordLattice& lattice);

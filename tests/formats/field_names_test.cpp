@@ -34,6 +34,7 @@ TEST(FieldNames, AreDifferentForDifferentFieldsWhateverTheirOrder) {
       {{"TOTAL=-1", "x_TOTAL=-2", "x2_TOTAL=-3"},
        "/> TOTAL=0 x2_TOTAL=-3 x3_TOTAL=-1 x_TOTAL=-2 post=0\n"},
       {{"post=-1", "x_post=-2"}, "/> TOTAL=0 x2_post=-1 x_post=-2 post=0\n"},
+      {{"unshifted=-1", "x_unshifted=-2"}, "/> TOTAL=0 x2_unshifted=-1 x_unshifted=-2 post=0\n"},
       {{"ABC=-1", "x_ABC=-2"}, "/> TOTAL=0 x2_ABC=-1 x_ABC=-2 post=0\n"},
       {{"L=-1", "x_L=-2"}, "/> TOTAL=0 x2_L=-1 x_L=-2 post=0\n"},
       {{"a:b=-1", "a;b=-2"}, "/> TOTAL=0 a_b=-1 x_a_b=-2 post=0\n"},

@@ -64,6 +64,7 @@ ViewerView openInViewer(const std::string& text) {
   for (auto node = std::make_reverse_iterator(firstUnused); node != nodes.rend(); ++node) {
     for (const Edge& edge : graph.adjacency->outgoing[static_cast<std::size_t>(from)]) {
       if (edge.endNode != *node || onPath.count(edge.linkId) == 0) continue;
+      view.linkIds.push_back(edge.linkId);
       const std::string label = edgeXmlLabel(graph, edge.word, false);
       if (label != "!NULL") view.words += (view.words.empty() ? "" : " ") + label;
     }

@@ -28,6 +28,7 @@ struct ViewerView {
   std::string scoreName;            ///< the score that counts
   double cost = 0.0;                ///< of the best path
   std::string words;                ///< along the best path
+  std::vector<int> linkIds;         ///< along the best path
   std::vector<std::string> labels;  ///< of all links, in the order of the file
   Graph graph;
 };

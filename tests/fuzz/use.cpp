@@ -9,6 +9,7 @@
 #include "lattice/xml_label.h"
 #include "measures/best_paths.h"
 #include "measures/lattice_summary.h"
+#include "measures/level_shift.h"
 #include "measures/prune.h"
 #include "quiet.h"
 #include "words/word_text.h"
@@ -29,12 +30,14 @@ void openInViewer(const WordLattice& lattice) {
   require(graph.adjacency->endNode == graph.adjacency->nodeCount - 1);
   require(graph.nodes[lattice.nodes.size() - 1].time == 1.0);
   require(lattice.links.empty() || currentScoreName == kTotalName);
+  const LevelShift shift = levelShiftOf(lattice);
   std::size_t index = 0;
   for (const std::vector<Edge>& edges : graph.adjacency->outgoing) {
     for (const Edge& edge : edges) {
       const WordLink& link = lattice.links.at(index++);
       require(edge.linkId == link.id && edge.endNode == link.end);
-      require(edge.scores.at(kTotalName) == -link.total);
+      require(edge.scores.at(kTotalName) == -shiftedTotal(link, shift));
+      require(lattice.isCyclic || edge.scores.at(kTotalName) >= 0.0);
       if (!link.word.xml.empty()) continue;
       const std::string label = edgeXmlLabel(graph, edge.word, false);
       require(label == drawableText(link.word.text));

@@ -58,8 +58,19 @@ TEST(LatticeSummary, WarnsOfWhatTheViewerDoesNotExpect) {
   EXPECT_EQ(warningsOfText(nodes + "J=0 S=0 E=1 W=a a=-1\nJ=1 S=1 E=2 W=b a=0\n"),
             std::vector<std::string>{});
   EXPECT_EQ(warningsOfText(nodes + "J=4 S=0 E=1 W=a a=1\nJ=3 S=1 E=2 W=b a=2\n"),
-            std::vector<std::string>{"the TOTAL of 2 links is positive (the first: J=3), so the "
-                                     "viewer's search may miss the best path"});
+            std::vector<std::string>{
+                "the TOTAL of 2 links is positive (the first: J=3), so for the viewer's search a "
+                "link costs 2 more for each level that it spans, and every path 4 more; its "
+                "\"unshifted\" is the true sum"});
+  EXPECT_EQ(warningsOfText(nodes + "J=0 S=0 E=1 W=a a=-5e7\nJ=1 S=1 E=2 W=b a=5e7\n").back(),
+            "the best path costs 1e+08, more than the viewer's search can reach");
+  EXPECT_EQ(warningsOfText("start=0 end=2\n" + nodes +
+                           "J=0 S=0 E=1 W=a a=1\nJ=1 S=1 E=1 W=b a=0\nJ=2 S=1 E=2 W=c\n"),
+            (std::vector<std::string>{
+                "the TOTAL of 1 links is positive (the first: J=0) in a network with a cycle, so "
+                "the viewer's search may miss the best path",
+                "there is no best path: the network has a cycle, and the score of link 0 is "
+                "positive: going around might improve a path for ever"}));
   EXPECT_EQ(warningsOfText(nodes + "J=0 S=0 E=1 W=a a=-99999999\nJ=1 S=1 E=2 W=b a=0\n"),
             std::vector<std::string>{
                 "the best path costs 1e+08, more than the viewer's search can reach"});

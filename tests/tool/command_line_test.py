@@ -132,7 +132,12 @@ class ImportTest(ToolTest):
         result = self.run_tool("import", "loud.slf", "loud.lat")
         self.assertEqual(("", 0), (result.stdout, result.returncode))
         self.assertEqual("quorbel-lattice: loud.slf: the TOTAL of 1 links is positive (the first: "
-                         "J=7), so the viewer's search may miss the best path\n", result.stderr)
+                         "J=7), so for the viewer's search a link costs 3 more for each level that "
+                         "it spans, and every path 3 more; its \"unshifted\" is the true sum\n",
+                         result.stderr)
+        for name in ("loud.slf", "loud.lat"):
+            self.assertEqual("path 1: TOTAL=3: a", self.succeeds("best", name).splitlines()[0])
+            self.assertIn("score TOTAL:      3 to 3 on 1 links\n", self.succeeds("info", name))
         self.write("net.slf", "N=2 L=1\nI=0\nI=1\nJ=0 S=0 E=1 W=a\n")
         result = self.run_tool("import", "net.slf", "net.lat")
         self.assertEqual(0, result.returncode)

@@ -82,7 +82,7 @@ class DrawingTest(ToolTest):
             text = "N=5 L=12\n" + "".join(f"I={i} t={i}\n" for i in range(5))
             ends = [(0, 1), (1, 2), (2, 3), (3, 4)] * 2 + [
                 tuple(sorted(numbers.sample(range(5), 2))) for _ in range(4)]
-            text += "".join(f"J={j} S={s} E={e} W=w{j} a={-numbers.randint(0, 9)} "
+            text += "".join(f"J={j} S={s} E={e} W=w{j} a={numbers.randint(-9, 9)} "
                             f"l={-numbers.randint(0, 9)}\n" for j, (s, e) in enumerate(ends))
             self.write("random.slf", text)
             for score in ("TOTAL", "a", "l", "post"):
@@ -118,6 +118,23 @@ class DrawingTest(ToolTest):
         for option, value in (("--width", "0"), ("--width", "501"), ("--font-size", "0.5"),
                               ("--font-size", "x")):
             self.assertIn(option, self.fails("draw", "talk.slf", "out.pdf", option, value))
+
+    def test_draws_true_costs_where_they_are_others_to_the_viewer(self):
+        self.write("loud.slf", "N=3 L=3\nI=0 t=0\nI=1 t=1\nI=2 t=2\n"
+                               "J=0 S=0 E=1 W=a a=-2\nJ=1 S=1 E=2 W=b a=-3\nJ=2 S=0 E=2 W=c a=4\n")
+        self.run_tool("import", "loud.slf", "loud.lat")
+        self.assertIn("J=0 S=0 E=1 W=<w in='a'/> TOTAL=-4 unshifted=-2 ", self.read("loud.lat"))
+        for source in ("loud.slf", "loud.lat"):
+            svg = self.draw("--best", "--label", "score", source=source)
+            self.assertEqual({"2": "", "3": "", "-4": "blue"}, self.labels(html.unescape(svg)))
+
+    def test_says_when_no_path_can_be_called_the_best(self):
+        self.write("net.slf", "start=0 end=2\nN=3 L=3\nI=0 t=0\nI=1 t=1\nI=2 t=2\n"
+                              "J=0 S=0 E=1 W=a a=-1\nJ=1 S=1 E=1 W=b a=1\nJ=2 S=1 E=2 W=c a=-1\n")
+        self.assertEqual("the network has a cycle, and the score of link 1 is positive: going around "
+                         "might improve a path for ever",
+                         self.fails("draw", "net.slf", "x.svg", "--best"))
+        self.assertEqual(["a", "b", "c"], self.texts(self.draw(source="net.slf")))
 
     def test_says_when_there_is_no_path_to_mark(self):
         self.write("no.slf", "start=0 end=2\nN=3 L=2\nI=0 t=0\nI=1 t=1\nI=2 t=2\n"

@@ -232,7 +232,7 @@ class OutputsTest(ToolTest):
             subprocess.run(["sh", "-c", f'"$0" import loud.slf loud.lat {closed}', PROGRAM],
                            check=True, cwd=self.folder, env=self.environment, timeout=100)
             self.assertEqual("VERSION=1.1\nN=2 L=1\nI=0 t=0\nI=1 t=1\nJ=7 S=0 E=1 W=<w in='a'/> "
-                             "TOTAL=3 a=3 post=0\n", self.read("loud.lat"), closed)
+                             "TOTAL=0 unshifted=3 a=3 post=0\n", self.read("loud.lat"), closed)
 
     def test_answers_that_cannot_be_written_fail(self):
         for arguments in (("--help",), ("--version",), ("draw", "--help"), ("info", "talk.slf"),
