@@ -2,10 +2,10 @@
 # beside it; nothing here runs by itself.
 
 build_packages=(g++ make cmake pkg-config libgtkmm-2.4-dev libxml2-dev libsndfile1-dev libopenal-dev
-  libboost-dev libfst-dev libcli11-dev zlib1g-dev)
+  libboost-dev libfst-dev libcli11-dev zlib1g-dev libgraphviz-dev libpng-dev)
 run_packages=(graphviz fonts-dejavu-core)
 display_packages=(xvfb openbox x11-utils xdotool wmctrl imagemagick)
-test_packages=(libgtest-dev libxtst-dev libpng-dev dbus dbus-daemon libatk-adaptor libgail-common at-spi2-core
+test_packages=(libgtest-dev libxtst-dev dbus dbus-daemon libatk-adaptor libgail-common at-spi2-core
   python3 python3-gi locales-all dia ghostscript librsvg2-common
   valgrind desktop-file-utils appstream shared-mime-info libglib2.0-bin libxml2-utils man-db)
 package_packages=(dpkg-dev lintian)

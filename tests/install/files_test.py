@@ -46,7 +46,7 @@ class FilesTest(unittest.TestCase):
         found = {str(path.relative_to(STAGING)) for path in STAGING.rglob("*") if path.is_file()}
         examples = [path.name for path in (SOURCE / "examples").iterdir() if path.suffix != ".py"]
         expected = {
-            "bin/quorbel", "bin/quorbel-lattice", "lib/quorbel/quorbel",
+            "bin/quorbel", "bin/quorbel-lattice", "lib/quorbel/quorbel", "lib/quorbel/dot/dot",
             "share/applications/quorbel.desktop", "share/man/man1/quorbel.1.gz",
             "share/man/man1/quorbel-lattice.1.gz", "share/doc/quorbel/manual.md",
             "share/metainfo/quorbel.metainfo.xml", "share/mime/packages/quorbel.xml",
@@ -59,10 +59,12 @@ class FilesTest(unittest.TestCase):
     def test_only_programs_are_executable(self):
         executable = {str(path.relative_to(STAGING)) for path in STAGING.rglob("*")
                       if path.is_file() and path.stat().st_mode & 0o111}
-        self.assertEqual({"bin/quorbel", "bin/quorbel-lattice", "lib/quorbel/quorbel"}, executable)
+        self.assertEqual({"bin/quorbel", "bin/quorbel-lattice", "lib/quorbel/quorbel",
+                          "lib/quorbel/dot/dot"}, executable)
 
     def test_none_names_the_folder_it_was_built_in(self):
-        programs = (STAGING / "bin" / "quorbel-lattice", STAGING / "lib" / "quorbel" / "quorbel")
+        programs = (STAGING / "bin" / "quorbel-lattice", STAGING / "lib" / "quorbel" / "quorbel",
+                    STAGING / "lib" / "quorbel" / "dot" / "dot")
         files = [path for path in STAGING.rglob("*") if path.is_file() and path not in programs]
         self.assertGreater(len(files), 20)
         for path in files:
