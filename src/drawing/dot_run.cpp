@@ -10,6 +10,8 @@
 #include <cstring>
 #include <fstream>
 
+#include "graphviz/file_drawing.h"
+#include "graphviz/graphviz_program.h"
 #include "layout/dot_failure.h"
 #include "layout/ending_signals.h"
 
@@ -17,6 +19,11 @@ namespace quorbel {
 namespace {
 
 constexpr int kNotFound = 127;  ///< as a shell's exit status, which dotFailure knows
+
+using DotArguments = std::array<const char*, 6>;
+constexpr std::size_t kFormatAt = 1;
+constexpr std::size_t kOutputAt = 3;
+constexpr std::size_t kDescriptionAt = 4;
 
 volatile sig_atomic_t runningDot = 0;
 volatile sig_atomic_t caughtSignal = 0;
@@ -37,9 +44,20 @@ void resetSignals() {
   }
 }
 
-/// Starts `arguments[0]` with standard error going to `logFile`. Returns its process, 0 when a
-/// signal came before, or -1 with errno set.
-pid_t start(const char* const* arguments, const char* logFile) {
+/// Becomes `dot`, or does its work.
+[[noreturn]] void beDot(const DotArguments& arguments, bool byLibrary) {
+  if (byLibrary) {
+    const auto status = drawIntoFile(arguments[kFormatAt] + std::strlen("-T"), arguments[kOutputAt],
+                                     arguments[kDescriptionAt]);
+    if (status) _exit(*status);
+  }
+  execvp(arguments[0], const_cast<char* const*>(arguments.data()));  // which changes none of them
+  _exit(kNotFound);
+}
+
+/// Starts a process that is `dot`, with standard error going to `logFile`. Returns the process, 0
+/// when a signal came before, or -1 with errno set.
+pid_t start(const DotArguments& arguments, bool byLibrary, const char* logFile) {
   if (caughtSignal != 0) return 0;
   signal(SIGCHLD, SIG_DFL);             // ignored, it would hide how the process ended
   const EndingSignalsWait signalsWait;  // the new process would take them with this one's handler
@@ -49,8 +67,7 @@ pid_t start(const char* const* arguments, const char* logFile) {
     signalsWait.letThrough();
     const int log = open(logFile, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     if (log >= 0) dup2(log, STDERR_FILENO);
-    execvp(arguments[0], const_cast<char* const*>(arguments));  // which changes none of them
-    _exit(kNotFound);
+    beDot(arguments, byLibrary);
   }
   runningDot = process;
   if (caughtSignal != 0) endDot(caughtSignal);  // it came before the process was known
@@ -88,9 +105,11 @@ bool SignalsEndDot::haveCome() const { return caughtSignal != 0; }
 std::string runDot(const SignalsEndDot&, const std::string& format, const std::string& output,
                    const std::string& description, const std::string& logFile) {
   const std::string formatOption = "-T" + format;
-  const std::array<const char*, 6> arguments = {"dot",          formatOption.c_str(), "-o",
-                                                output.c_str(), description.c_str(),  nullptr};
-  const pid_t process = start(arguments.data(), logFile.c_str());
+  const DotArguments arguments = {"dot",          formatOption.c_str(), "-o",
+                                  output.c_str(), description.c_str(),  nullptr};
+  // Another `dot` somebody has put first on the search path, who wants that.
+  static const bool byLibrary = isDotOfLibrary(findDot(""));
+  const pid_t process = start(arguments, byLibrary, logFile.c_str());
   if (process == 0) return dotEndedBy(caughtSignal);
   if (process < 0) return std::string("dot could not be started: ") + std::strerror(errno);
   int status = 0;

@@ -26,9 +26,10 @@ class SignalsEndDot {
   std::vector<struct sigaction> m_Before;  ///< for each of endingSignals()
 };
 
-/// Runs "dot -TFORMAT -o OUTPUT DESCRIPTION" and waits for its end. What `dot` says on standard
-/// error goes to the file `logFile`. It is not started when a signal came since the SignalsEndDot
-/// that the caller holds was made.
+/// Runs "dot -TFORMAT -o OUTPUT DESCRIPTION" and waits for its end; where that is Graphviz's own
+/// program, a process of this one does its work by the library (see drawIntoFile). What `dot` says
+/// on standard error goes to the file `logFile`. It is not started when a signal came since the
+/// SignalsEndDot that the caller holds was made.
 ///
 /// Returns "" when `dot` succeeded, else one line that says what happened: that it is not
 /// installed, that a signal ended it, or the first line of what it said.
