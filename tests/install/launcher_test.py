@@ -467,6 +467,77 @@ J=0 S=0 E=1 W=<w in='hello'/> TOTAL=-1.5 a=-1.5 post=0
 """
 
 
+class DotTest(LauncherCase):
+    """Which `dot` the viewer finds. The stand-in for the viewer says."""
+
+    ACT = 'command -v dot; echo "$QUORBEL_DRAWINGS"; stat -c %a "$QUORBEL_DRAWINGS"'
+
+    def setUp(self):
+        super().setUp()
+        self.own = self.root / "usr" / "lib" / "quorbel" / "dot" / "dot"
+        self.own.parent.mkdir()
+        shutil.copy(STAGING / "lib" / "quorbel" / "dot" / "dot", self.own)
+        self.graphviz = shutil.which("dot")
+        self.programs = self.root / "programs"
+        self.programs.mkdir()
+        self.first = f"{self.programs}:{os.environ['PATH']}"
+
+    def script(self, path, text):
+        path.write_text(f"#!/bin/sh\n{text}\n")
+        path.chmod(0o755)
+
+    def uses(self, dot, **environment):
+        """The viewer finds that `dot`, and has a folder for drawings if it is our own."""
+        status, output, errors = self.run_to_end(
+            act=self.ACT + " 2>/dev/null || true", **environment)
+        self.assertEqual((0, ""), (status, errors))
+        drawings = f"{self.last_notes().folder}/drawings\n700\n" if dot == self.own else "\n"
+        self.assertEqual(f"{dot}\n{drawings}", output)
+
+    def test_our_own_stands_in_for_that_of_graphviz(self):
+        self.uses(self.own)
+        (self.programs / "dot").symlink_to(self.graphviz)
+        self.uses(self.own, PATH=self.first)
+        self.uses(self.own, QUORBEL_DRAWINGS="/somebody/elses")
+
+    def test_any_other_is_used_as_it_is(self):
+        other = self.programs / "dot"
+        self.script(other, f'exec {self.graphviz} "$@"')
+        self.uses(other, PATH=self.first)
+        self.uses(other, PATH=self.first, QUORBEL_DRAWINGS="/somebody/elses")
+        other.unlink()
+        shutil.copy(self.graphviz, other)  # not where its library is
+        self.uses(other, PATH=self.first)
+
+    def test_without_any_there_is_none(self):
+        for name in ("sh", "setsid", "dirname", "readlink", "mkdir", "mktemp", "rm", "rmdir", "ln",
+                     "sleep", "mv", "ls", "stat", "cat"):
+            (self.programs / name).symlink_to(shutil.which(name))
+        status, output, errors = self.run_to_end(act="command -v dot; true",
+                                                 PATH=str(self.programs))
+        self.assertEqual((0, "", ""), (status, output, errors))
+
+    def test_one_that_does_not_start_is_left_out(self):
+        self.script(self.own, "echo bad >&2; exit 127")
+        self.uses(self.graphviz)
+        self.own.unlink()
+        self.uses(self.graphviz)
+
+    def test_drawings_go_with_the_work_folder(self):
+        draw = 'echo x >"$QUORBEL_DRAWINGS/png-1"; '
+        self.assertEqual((0, "", ""), self.run_to_end(act=draw))
+        self.assertFalse(self.last_notes().folder.exists())
+        for number in (signal.SIGHUP, signal.SIGINT, signal.SIGTERM):
+            process = self.start(act=draw + 'echo $$ >"$NOTES/drawn"; exec sleep 600')
+            self.wait_for((self.notes / "drawn").exists, "the viewer")
+            process.send_signal(number)
+            process.communicate(timeout=PATIENCE_S)
+            (self.notes / "drawn").unlink()
+            self.assertFalse(self.last_notes().folder.exists())
+        self.assertEqual(137, self.run_to_end(act=draw + "kill -KILL $$")[0])
+        self.assertFalse(self.last_notes().folder.exists())
+
+
 class ImportTest(LauncherCase):
     """With the real companion program."""
 
