@@ -78,4 +78,36 @@ DecoderLattice writeDecoderLattice(int nodeCount, int linkCount, int perWord) {
   return files;
 }
 
+std::string writeKaldiArchive(const std::string& path, std::size_t bytes) {
+  constexpr int kWords = 40;
+  constexpr int kAlternatives = 5;
+  constexpr unsigned kSeed = 20269;
+  std::mt19937 random(kSeed);
+  const auto pick = [&](int low, int high) {
+    return std::uniform_int_distribution<int>(low, high)(random);
+  };
+  std::ofstream archive(path);
+  std::string name;
+  std::size_t written = 0;
+  for (int utterance = 0; written < bytes; ++utterance) {
+    name = "utterance-" + std::to_string(utterance);
+    std::string text = name + " \n";
+    for (int word = 0; word < kWords; ++word) {
+      const int frames = pick(20, 40);
+      for (int i = 0; i < kAlternatives; ++i) {
+        text += std::to_string(word) + "\t" + std::to_string(word + 1) + "\t" +
+                std::to_string(pick(1, 20000)) + "\t" + std::to_string(pick(0, 900) / 100.0) + "," +
+                std::to_string(pick(200000, 240000) / 100.0) + ",";
+        for (int frame = 0; frame < frames; ++frame)
+          text += (frame == 0 ? "" : "_") + std::to_string(pick(1, 9999));
+        text += "\n";
+      }
+    }
+    text += std::to_string(kWords) + "\t1.5,0,\n\n";
+    archive << text;
+    written += text.size();
+  }
+  return name;
+}
+
 }  // namespace quorbel

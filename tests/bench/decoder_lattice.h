@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace quorbel {
@@ -14,5 +15,10 @@ struct DecoderLattice {
 /// alternatives between them, a layer for each word that was spoken, and `linkCount` links, of
 /// which each node but the ends has at least one that enters and one that leaves it.
 DecoderLattice writeDecoderLattice(int nodeCount, int linkCount, int perWord);
+
+/// Writes a text archive of Kaldi's into the working directory, the same for every run: utterances
+/// "utterance-0" and so on, of 40 words with 5 alternatives each and some 30 transition ids an arc,
+/// until it has `bytes`. Returns the name of the last utterance.
+std::string writeKaldiArchive(const std::string& path, std::size_t bytes);
 
 }  // namespace quorbel

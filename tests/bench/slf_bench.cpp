@@ -1,6 +1,6 @@
 // How long the finished program quorbel-lattice takes for lattices as decoders write them: to
 // import a large one, beside OpenFst's tools on the same graph, to get from one of usual size to a
-// picture, and to print very many paths.
+// picture, to print very many paths, and to find one utterance of many in an archive.
 
 #include <benchmark/benchmark.h>
 
@@ -66,8 +66,16 @@ void BM_Around(benchmark::State& state) {
   runEach(state, kProgram + " best loop.slf --nbest 100000 >/dev/null 2>best.log");
 }
 
-constexpr const char* kNames[] = {"slf-import",  "slf-openfst", "slf-to-picture",
-                                  "slf-picture", "slf-best",    "slf-around"};
+/// The last utterance of a Kaldi archive of 10 MB.
+void BM_Archive(benchmark::State& state) {
+  constexpr std::size_t kBytes = 10'000'000;
+  static const std::string last = writeKaldiArchive("archive.kaldi.txt", kBytes);
+  runEach(state, kProgram + " import archive.kaldi.txt archive.lat --utterance " + last +
+                     " 2>archive.log");
+}
+
+constexpr const char* kNames[] = {"slf-import", "slf-openfst", "slf-to-picture", "slf-picture",
+                                  "slf-best",   "slf-around",  "kaldi-archive"};
 
 std::string timeOf(const std::string& name) { return name + "/iterations:5/real_time"; }
 
@@ -77,8 +85,8 @@ std::string timeOf(const std::string& name) { return name + "/iterations:5/real_
 int main(int argc, char** argv) {
   using namespace quorbel;
   benchmark::Initialize(&argc, argv);
-  void (*const runs[])(benchmark::State&) = {BM_Import,  BM_OpenFst, BM_ToPicture,
-                                             BM_Picture, BM_Best,    BM_Around};
+  void (*const runs[])(benchmark::State&) = {BM_Import, BM_OpenFst, BM_ToPicture, BM_Picture,
+                                             BM_Best,   BM_Around,  BM_Archive};
   for (std::size_t i = 0; i < std::size(runs); ++i)
     benchmark::RegisterBenchmark(kNames[i], runs[i])
         ->UseRealTime()
@@ -96,5 +104,7 @@ int main(int argc, char** argv) {
                       {timeOf("slf-to-picture")}, 1);
   reporter.printSeconds("the 100000 best paths of 10000 links, seconds", {timeOf("slf-best")}, 30);
   reporter.printSeconds("as many around one loop, seconds", {timeOf("slf-around")}, 30);
+  reporter.printSeconds("the last utterance of a Kaldi archive of 10 MB, seconds",
+                        {timeOf("kaldi-archive")}, 1);
   return 0;
 }

@@ -341,6 +341,17 @@ class KaldiTest(ToolTest):
         result = self.run_tool("import", "--unless-dialect", "lat.1", "talk.lat")
         self.assertIn("words are shown as numbers", result.stderr)
 
+    def test_reads_no_further_than_the_lattice_that_is_asked_for(self):
+        producer = subprocess.Popen(["sh", "-c", "cat lat.1; exec yes ''"], cwd=self.folder,
+                                    stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        with producer:
+            result = subprocess.run([PROGRAM, "best", "-", "--words", "words.txt", "--utterance",
+                                     "talk-2"], stdin=producer.stdout, capture_output=True,
+                                    cwd=self.folder, timeout=100, text=True)
+            producer.stdout.close()
+        self.assertIn("path 1: TOTAL=-2: day\n", result.stdout)
+        self.assertNotEqual(0, producer.returncode)  # it would have gone on for ever
+
     def test_reads_what_fstprint_writes(self):
         self.write("talk.fst.txt", "0\t1\tgood\t0.5\n1\t2\tday\n2\t0.25\n")
         self.assertEqual("TOTAL=-0.75: good day",
