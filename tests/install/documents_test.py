@@ -73,6 +73,18 @@ class DocumentsTest(unittest.TestCase):
                 self.assertEqual(expected, done.stdout[:len(shown)] + dots if dots else done.stdout,
                                  command)
 
+    def test_archive_of_the_manual_becomes_what_stands_below_it(self):
+        section = text_of("docs/manual.md").partition("\n## Lattices of Kaldi")[2].partition("\n## ")[0]
+        archive, command, imported = (block.replace("\n    ", "\n").strip() + "\n" for block in
+                                      re.findall(r"(?m)((?:^    .*\n|^\n(?=    ))+)", section))
+        words = re.findall(r"`(\S+ \d+)`", section.partition("`words.txt` (")[2].partition(")")[0])
+        self.assertEqual(4, len(words))
+        with tempfile.TemporaryDirectory() as folder:
+            (pathlib.Path(folder) / "lat.txt").write_text(archive.replace("...\n", ""), "utf-8")
+            (pathlib.Path(folder) / "words.txt").write_text("\n".join(words), "utf-8")
+            subprocess.run(f"{PROGRAMS}/{command}", shell=True, cwd=folder, check=True)
+            self.assertEqual(imported, (pathlib.Path(folder) / "talk.lat").read_text("utf-8"))
+
 
 if __name__ == "__main__":
     unittest.main()
