@@ -68,6 +68,12 @@ std::string colourValue(const std::string& name, const char* otherwise) {
 std::string lineColour(const std::string& name) { return colourValue(name, "#000000"); }
 std::string fillColour(const std::string& name) { return colourValue(name, "#d3d3d3"); }
 
+/// What PostScript calls the letters of a family, "" being Times.
+std::string postscriptName(const std::string& family, bool isBold) {
+  const bool isTimes = family.empty() || family == "Times";
+  return (isTimes ? "Times" : family) + (isBold ? "-Bold" : isTimes ? "-Roman" : "");
+}
+
 /// The length of a text as far as it can be told without its font; layout points.
 double estimatedWidth(const std::string& text) {
   const auto isFirstByte = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
@@ -248,11 +254,8 @@ void DiagramWriter::addText(const std::string& text, Justification justification
   m_Xml.point("obj_pos", place(anchor));
   m_Xml.beginComposite("text", "text");
   m_Xml.string("string", text);
-  if (m_Look.font.empty()) {
-    m_Xml.font("font", "serif", isBold ? "Times-Bold" : "Times-Roman", isBold);
-  } else {
-    m_Xml.font("font", m_Look.font, m_Look.font, isBold);
-  }
+  const std::string family = m_Look.font.empty() ? "serif" : m_Look.font;
+  m_Xml.font("font", family, postscriptName(m_Look.font, isBold), isBold);
   m_Xml.real("height", centimetres(kFontSize) / kFontSizePerTextHeight);
   m_Xml.point("pos", place(anchor));
   m_Xml.colour("color", colour);

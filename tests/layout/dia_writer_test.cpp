@@ -180,8 +180,12 @@ TEST(DiaWriter, MayBeSmallerAndInAnotherFont) {
   EXPECT_EQ(diagram.values(kLine, "end_arrow_length"), Values{"0.1764"});
   EXPECT_EQ(diagram.values(kText, "height"), (Values{"0.3087", "0.3087"}));
   EXPECT_EQ(diagram.find("//dia:font/@family"), (Values{"Some", "Some"}));
-  EXPECT_EQ(diagram.find("//dia:font/@name"), (Values{"Some", "Some"}));
+  EXPECT_EQ(diagram.find("//dia:font/@name"), (Values{"Some", "Some-Bold"}));
   EXPECT_EQ(diagram.find("//dia:font/@style"), (Values{"0", "80"}));
+  for (const char* family : {"", "Times"}) {
+    const DiaDocument times(diaDiagram(*readDotDrawing(layout), {1.0, family}));
+    EXPECT_EQ(times.find("//dia:font/@name"), (Values{"Times-Roman", "Times-Bold"}));
+  }
 }
 
 TEST(DiaWriter, EdgeMayHaveAnArrowAtItsStartOrNone) {
