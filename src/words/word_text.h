@@ -15,6 +15,9 @@ std::string withoutEscapes(std::string_view value);
 /// The bytes as UTF-8: as they are when they are UTF-8 already, otherwise read as Latin-1.
 std::string inUtf8(std::string bytes);
 
+/// The text with a small letter for each capital one, of any script. `text` is UTF-8.
+std::string inLowerCase(const std::string& text);
+
 /// The text as Graphviz can draw it from a label that is not escaped, and as XML can hold it. What
 /// would end or change such a label looks nearly the same afterwards: a double quote becomes a
 /// right double quotation mark, a backslash a set minus, a control character its picture, the
