@@ -46,13 +46,8 @@ std::string inOneColumn(std::string text) {
   return text;
 }
 
-/// The word as HTK reads it back: in double quotes when it has blanks in it or begins like a quote
-/// or a number, with a backslash before what would end it, control characters in octal digits.
-std::string inHtkQuotes(const std::string& word) {
-  const unsigned char first = static_cast<unsigned char>(word[0]);
-  const bool isQuoted = std::any_of(word.begin(), word.end(), isBreak) || first == '\'' ||
-                        first == '"' || std::isdigit(first) || first == '-' || first == '+' ||
-                        first == '.';
+/// The text with a backslash before what would end it, control characters in octal digits.
+std::string withHtkEscapes(const std::string& word) {
   std::string quoted;
   for (const char c : word) {
     const unsigned byte = static_cast<unsigned char>(c);
@@ -65,7 +60,17 @@ std::string inHtkQuotes(const std::string& word) {
     if (c == '\\' || c == '"') quoted += '\\';
     quoted += c;
   }
-  return isQuoted ? '"' + quoted + '"' : quoted;
+  return quoted;
+}
+
+/// The word as HTK reads it back: in double quotes when it has blanks in it or begins like a quote
+/// or a number.
+std::string inHtkQuotes(const std::string& word) {
+  const unsigned char first = static_cast<unsigned char>(word[0]);
+  const bool isQuoted = std::any_of(word.begin(), word.end(), isBreak) || first == '\'' ||
+                        first == '"' || std::isdigit(first) || first == '-' || first == '+' ||
+                        first == '.';
+  return isQuoted ? '"' + withHtkEscapes(word) + '"' : withHtkEscapes(word);
 }
 
 }  // namespace
@@ -106,6 +111,10 @@ std::string pathAsCtm(const WordLattice& lattice, const LatticePath& path,
     text += "\n";
   }
   return text;
+}
+
+std::string masterLabelHeading(const std::string& utterance) {
+  return "\"*/" + withHtkEscapes(utterance) + ".lab\"\n";
 }
 
 PathsAsHtkLabels::PathsAsHtkLabels(const WordLattice& lattice, const std::vector<double>& scores)

@@ -35,6 +35,11 @@ class PathsAsText {
 std::string pathAsCtm(const WordLattice& lattice, const LatticePath& path,
                       const std::string& utterance, bool hasMarks = false);
 
+/// The first line of an HTK master label file, which has the label files of several utterances, and
+/// the line before the labels of one of them. Behind its labels stands a line with a point.
+inline const std::string kMasterLabelMark = "#!MLF!#\n";
+std::string masterLabelHeading(const std::string& utterance);
+
 /// Paths as an HTK label file, alternatives with a line "///" between them: for each word start and
 /// end in units of 100 ns, the word with HTK's quoting where it needs it, and its score. Links
 /// without word are left out.

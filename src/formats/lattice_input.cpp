@@ -26,6 +26,7 @@ bool LatticeInput::next(WordLattice& lattice) {
   if (lattice.nodes.empty()) {
     m_IsAtEnd = true;
     if (m_IsFound) return false;
+    m_IsWithoutUtterance = m_Options.utterance.has_value();
     return fail(m_Options.utterance
                     ? "no utterance \"" + drawableText(*m_Options.utterance) + "\" in it"
                     : "no utterance in it");
@@ -33,6 +34,14 @@ bool LatticeInput::next(WordLattice& lattice) {
   chooseScales(lattice, m_Options.scales);
   m_IsFound = true;
   m_IsAtEnd = !m_Archive;
+  return true;
+}
+
+bool LatticeInput::goOn() {
+  if (!std::exchange(m_CanGoOn, false)) return false;
+  m_IsAtEnd = false;
+  m_IsFound = true;  // of the file, for it is no empty one
+  m_Error.clear();
   return true;
 }
 
@@ -89,7 +98,9 @@ std::string LatticeInput::readArchive(WordLattice& lattice) {
     if (!nextName(automaton.name, error)) return error;
   } while (!isWanted(automaton.name));
   error = m_Archive->read(automaton);
-  return error.empty() ? latticeOf(automaton, m_Options, lattice) : error;
+  if (error.empty()) error = latticeOf(automaton, m_Options, lattice);
+  m_CanGoOn = !error.empty();
+  return error;
 }
 
 /// The same of a file that has one lattice.

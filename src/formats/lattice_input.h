@@ -33,6 +33,13 @@ class LatticeInput {
   /// next of that name. False when there is none, and when something is wrong: see error().
   bool next(WordLattice& lattice);
 
+  /// After next() failed over one utterance of an archive: true, and next() gives the one behind
+  /// it. False where nothing can follow.
+  bool goOn();
+
+  /// Whether error() is that no lattice has the name that was asked for.
+  bool isWithoutUtterance() const { return m_IsWithoutUtterance; }
+
   /// Goes through what is left of an archive without reading its lattices, so that names() has all.
   /// Returns false when that is wrong: see error().
   bool skipRest();
@@ -70,6 +77,8 @@ class LatticeInput {
   std::optional<std::string> m_PlainText;
   std::string m_Error;
   bool m_IsBegun = false;
+  bool m_IsWithoutUtterance = false;
+  bool m_CanGoOn = false;  ///< only the utterance that was read last is wrong
   bool m_IsFound = false;  ///< a lattice was given
   bool m_IsAtEnd = false;  ///< no further lattice comes
 };

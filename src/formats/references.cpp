@@ -39,7 +39,9 @@ std::vector<std::string> fieldsOf(std::string_view line) {
   }
 }
 
-bool isBlank(const std::string& line) { return line.find_first_not_of(kBlanks) == line.npos; }
+bool isBlank(const std::string& line) {
+  return line.find_first_not_of(kBlanks) == std::string::npos;
+}
 
 /// Whether a line of NIST's says nothing, or is a comment.
 bool isNoTrn(const std::string& line) { return isBlank(line) || line.substr(0, 2) == ";;"; }
@@ -49,15 +51,15 @@ bool isNoTrn(const std::string& line) { return isBlank(line) || line.substr(0, 2
 std::pair<std::size_t, std::size_t> nameInTrn(const std::string& line) {
   const std::size_t end = line.find_last_not_of(kBlanks);
   const std::size_t begin = line.rfind('(');
-  const bool isNamed = begin != line.npos && line[end] == ')' && end > begin + 1;
-  return isNamed ? std::pair(begin, end) : std::pair(line.npos, line.npos);
+  const bool isNamed = begin != std::string::npos && line[end] == ')' && end > begin + 1;
+  return isNamed ? std::pair(begin, end) : std::pair(std::string::npos, std::string::npos);
 }
 
 bool isTrn(const std::vector<std::string>& lines) {
   std::size_t named = 0;
   for (const std::string& line : lines) {
     if (isNoTrn(line)) continue;
-    if (nameInTrn(line).first == line.npos) return false;
+    if (nameInTrn(line).first == std::string::npos) return false;
     ++named;
   }
   return named > 0;
@@ -78,7 +80,7 @@ std::vector<LabelField> labelFieldsOf(std::string_view line) {
     field.isQuoted = line[0] == '"' || line[0] == '\'';
     const std::string ends = field.isQuoted ? std::string(1, line[0]) : kBlanks;
     std::size_t end = field.isQuoted ? 1 : 0;
-    while (end < line.size() && ends.find(line[end]) == ends.npos)
+    while (end < line.size() && ends.find(line[end]) == std::string::npos)
       end += line[end] == '\\' && end + 1 < line.size() ? 2 : 1;
     const std::size_t begin = field.isQuoted ? 1 : 0;
     field.text = inUtf8(withoutEscapes(line.substr(begin, end - begin)));

@@ -8,6 +8,7 @@
 namespace quorbel {
 
 std::string WordTable::load() {
+  const std::lock_guard<std::mutex> lock(m_Mutex);
   if (!m_IsRead) {
     m_IsRead = true;
     if (m_Error = read(); !m_Error.empty()) m_Error = m_Path + ": " + m_Error;

@@ -2,6 +2,7 @@
 
 // Which words the numbers in a lattice stand for.
 
+#include <mutex>
 #include <string>
 #include <unordered_map>
 
@@ -14,7 +15,8 @@ class WordTable {
   /// The table in the file `path`, plain or compressed by gzip.
   explicit WordTable(std::string path) : m_Path(std::move(path)) {}
 
-  /// Reads the file, unless that was done. Returns "", or the path and what is wrong with it.
+  /// Reads the file, unless that was done. Returns "", or the path and what is wrong with it. May
+  /// be called on several threads.
   std::string load();
 
   /// The word of that number, UTF-8; null when there is none, or when nothing was loaded.
@@ -27,6 +29,7 @@ class WordTable {
   std::string takeLine(const std::string& line);
 
   std::string m_Path;
+  std::mutex m_Mutex;  ///< for the reading
   bool m_IsRead = false;
   std::string m_Error;
   std::unordered_map<int, std::string> m_Words;

@@ -123,16 +123,16 @@ void EditSearch::chooseNodes(const Stretch& stretch) {
 /// The node at which the best way through a stretch has passed `middle` words; -1 without any way.
 int EditSearch::nodeAtMiddle(const Stretch& stretch, int middle) {
   chooseNodes(stretch);
+  Column before;
   Column column;
-  Column next;
   begin(column, stretch.fromNode, false);
   for (int word = stretch.fromWord;; ++word) {
     if (word == middle)
       for (std::size_t i = 0; i < column.cells.size(); ++i)
         column.cells[i].crossed = m_FirstNode + static_cast<int>(i);
     if (word == stretch.toWord) break;
-    advance(column, word, next);
-    std::swap(column, next);
+    std::swap(before, column);
+    advance(before, word, column);
   }
   const Cell& last = column.cells[at(stretch.toNode - m_FirstNode)];
   return last.edits == kUnreached ? -1 : last.crossed;

@@ -24,6 +24,7 @@ Command addImport(CLI::App& app);  // import_command.cpp
 Command addPrune(CLI::App& app);   // prune_command.cpp
 Command addBest(CLI::App& app);    // best_command.cpp
 Command addInfo(CLI::App& app);    // info_command.cpp
+Command addOracle(CLI::App& app);  // oracle_command.cpp
 Command addDraw(CLI::App& app);    // draw_command.cpp
 
 /// Prints a line on standard error, with the program's name before it.

@@ -3,33 +3,43 @@
 #include <memory>
 
 #include "drawing/drawing.h"
-#include "formats/lattice_input.h"
 #include "tool/commands.h"
-#include "tool/reading_arguments.h"
+#include "tool/lattice_set.h"
 
 namespace quorbel {
 namespace {
 
 struct DrawArguments {
-  std::string in;
-  ReadingOptions reading;
-  std::string out;
+  SetArguments set;
+  std::string format = "png";
   DrawingOptions options;
 };
 
-CommandResult runDraw(const DrawArguments& arguments, Progress& progress) {
-  if (std::string error = checkOutput(arguments.in, arguments.out); !error.empty()) return error;
-  if (drawingFormat(arguments.out).empty())
-    return arguments.out + ": the name must end in .png, .svg, .pdf, .eps, .ps or .dia, the format";
-  progress.begin("reading " + arguments.in);
-  WordLattice lattice;
-  std::string error = readWordLattice(arguments.in, lattice, arguments.reading);
-  if (!error.empty()) return error;
-  progress.begin("drawing " + std::to_string(lattice.links.size()) + " links");
+CommandResult drawInto(const WordLattice& lattice, const DrawingOptions& options,
+                       const std::string& path) {
   std::string note;
-  error = drawLattice(lattice, arguments.options, arguments.out, note);
-  if (error.empty() && !note.empty()) say(arguments.out + ": " + note);
+  CommandResult error = drawLattice(lattice, options, path, note);
+  if (error.empty() && !note.empty()) say(path + ": " + note);
   return error;
+}
+
+CommandResult runDraw(const DrawArguments& arguments, Progress& progress) {
+  const bool hasOneOutput = !arguments.set.to && arguments.set.more.size() == 1;
+  if (hasOneOutput && drawingFormat(arguments.set.more[0]).empty())
+    return arguments.set.more[0] +
+           ": the name must end in .png, .svg, .pdf, .eps, .ps or .dia, the format";
+  SetManner manner;
+  manner.mayBeParallel = false;  // drawing is the main thread's, where signals come
+  return workOnLattices(
+      arguments.set, progress,
+      [&](WordLattice& lattice, LatticeJob& job) {
+        job.begin("drawing " + std::to_string(lattice.links.size()) + " links");
+        job.writeBy(
+            [&](const std::string& path) { return drawInto(lattice, arguments.options, path); },
+            "." + arguments.format);
+        return CommandResult();
+      },
+      manner);
 }
 
 void addPaperOptions(CLI::App& command, DrawingOptions& options) {
@@ -57,12 +67,10 @@ void addPaperOptions(CLI::App& command, DrawingOptions& options) {
 Command addDraw(CLI::App& app) {
   auto arguments = std::make_shared<DrawArguments>();
   CLI::App* command = app.add_subcommand("draw", "Draw a lattice as the viewer does, into a file");
-  command
-      ->add_option("IN", arguments->in,
-                   "Lattice, plain or compressed by gzip; - is the standard input")
-      ->required();
-  command->add_option("OUT", arguments->out, "Drawing: NAME.png, .svg, .pdf, .eps, .ps or .dia")
-      ->required();
+  addInputsAndOutput(*command, arguments->set, "Drawing: NAME.png, .svg, .pdf, .eps, .ps or .dia");
+  command->add_option("--format", arguments->format, "Of drawings that go to a folder (png)")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({"png", "svg", "pdf", "eps", "ps", "dia"}));
   DrawingOptions& options = arguments->options;
   command->add_flag("--best", options.showBestPath, "Mark the best path");
   command
@@ -73,7 +81,6 @@ Command addDraw(CLI::App& app) {
       ->type_name("NAME");
   command->add_option("--through", options.throughLink, "Mark the best path through link J=LINK")
       ->type_name("LINK");
-  addReadingOptions(*command, arguments->reading);
   addPaperOptions(*command, options);
   return [arguments](Progress& progress) { return runDraw(*arguments, progress); };
 }

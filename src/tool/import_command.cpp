@@ -7,20 +7,16 @@
 #include <string>
 #include <vector>
 
-#include "formats/dialect_writer.h"
-#include "formats/lattice_input.h"
 #include "lattice/htk_reader.h"
 #include "measures/lattice_summary.h"
 #include "tool/commands.h"
-#include "tool/reading_arguments.h"
+#include "tool/lattice_set.h"
 
 namespace quorbel {
 namespace {
 
 struct ImportArguments {
-  std::string in;
-  ReadingOptions reading;
-  std::string out;
+  SetArguments set;
   bool unlessDialect = false;
 };
 
@@ -39,31 +35,36 @@ bool isReadByViewer(const std::string& text, const WordLattice& lattice) {
 }
 
 /// For the viewer, whose user names no table: one beside a file of Kaldi's is taken.
-ReadingOptions optionsOf(const ImportArguments& arguments) {
-  ReadingOptions options = arguments.reading;
-  const std::filesystem::path beside =
-      std::filesystem::path(arguments.in).replace_filename("words.txt");
+ReadingOptions optionsOf(const ImportArguments& arguments, const std::string& path) {
+  ReadingOptions options = arguments.set.reading;
+  const std::filesystem::path beside = std::filesystem::path(path).replace_filename("words.txt");
   std::error_code ignored;
   if (arguments.unlessDialect && !options.words && std::filesystem::exists(beside, ignored))
     options.words = std::make_shared<WordTable>(beside);
   return options;
 }
 
-CommandResult runImport(const ImportArguments& arguments, Progress& progress) {
-  if (std::string error = checkOutput(arguments.in, arguments.out); !error.empty()) return error;
-  progress.begin("reading " + arguments.in);
-  WordLattice lattice;
-  LatticeInput input(arguments.in, optionsOf(arguments));
-  if (!input.next(lattice)) return input.error();
-  const std::optional<std::string> text = input.takePlainText();
-  const bool isChanged = arguments.reading.scales.isMade();
-  if (arguments.unlessDialect && !isChanged && text && isReadByViewer(*text, lattice)) return "";
-  progress.begin("searching the best path");
+CommandResult importLattice(const ImportArguments& arguments, const WordLattice& lattice,
+                            LatticeJob& job) {
+  const bool isChanged = arguments.set.reading.scales.isMade();
+  if (arguments.unlessDialect && !isChanged && job.plainText() &&
+      isReadByViewer(*job.plainText(), lattice))
+    return "";
+  job.begin("searching the best path");
   const std::vector<std::string> warnings = warningsAbout(lattice);
-  progress.begin("writing " + arguments.out);  // at last: a signal before leaves what is there
-  if (std::string error = writeDialectFile(lattice, arguments.out); !error.empty()) return error;
-  for (const std::string& warning : warnings) say(arguments.in + ": " + warning);
-  return "";
+  CommandResult error =
+      writeDialect(lattice, job);  // at last: a signal before leaves what is there
+  for (const std::string& warning : warnings) job.say(job.name() + ": " + warning);
+  return error;
+}
+
+CommandResult runImport(const ImportArguments& arguments, Progress& progress) {
+  SetManner manner;
+  manner.readingOf = [&](const std::string& path) { return optionsOf(arguments, path); };
+  return workOnLattices(
+      arguments.set, progress,
+      [&](WordLattice& lattice, LatticeJob& job) { return importLattice(arguments, lattice, job); },
+      manner);
 }
 
 }  // namespace
@@ -72,14 +73,9 @@ Command addImport(CLI::App& app) {
   auto arguments = std::make_shared<ImportArguments>();
   CLI::App* command = app.add_subcommand(
       "import", "Read a lattice as a recogniser wrote it and write it as the viewer reads it");
-  command
-      ->add_option("IN", arguments->in,
-                   "Lattice, plain or compressed by gzip; - is the standard input")
-      ->required();
-  command->add_option("OUT", arguments->out, "File to write, such as talk.lat")->required();
+  addInputsAndOutput(*command, arguments->set, "File to write, such as talk.lat");
   command->add_flag("--unless-dialect", arguments->unlessDialect,
                     "Write nothing when the words of IN are XML and the viewer reads it as it is");
-  addReadingOptions(*command, arguments->reading);
   return [arguments](Progress& progress) { return runImport(*arguments, progress); };
 }
 

@@ -85,6 +85,7 @@ int run(int argc, char** argv) {
         {"prune", addPrune},
         {"best", addBest},
         {"info", addInfo},
+        {"oracle", addOracle},
         {"draw", addDraw}})
     commands.emplace_back(name, add(app));
   try {

@@ -28,6 +28,11 @@ void Progress::begin(const std::string& stage) {
   m_Changed.notify_one();
 }
 
+void Progress::update(const std::string& stage) {
+  const std::lock_guard<std::mutex> lock(m_Mutex);
+  m_Stage = stage;
+}
+
 void Progress::watch() {
   constexpr std::chrono::seconds kSilent(1);
   constexpr std::chrono::seconds kReminder(5);

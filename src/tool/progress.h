@@ -22,6 +22,9 @@ class Progress {
   /// The command begins with `stage`, such as "reading talk.lat".
   void begin(const std::string& stage);
 
+  /// What the command is at has changed a little: the next line says so, when it is time for one.
+  void update(const std::string& stage);
+
  private:
   using Clock = std::chrono::steady_clock;
 

@@ -4,39 +4,35 @@
 #include <memory>
 #include <optional>
 
-#include "formats/dialect_writer.h"
-#include "formats/lattice_input.h"
 #include "measures/prune.h"
 #include "tool/commands.h"
-#include "tool/reading_arguments.h"
+#include "tool/lattice_set.h"
 
 namespace quorbel {
 namespace {
 
 struct PruneArguments {
-  std::string in;
-  ReadingOptions reading;
-  std::string out;
+  SetArguments set;
   std::optional<std::size_t> links;
   std::optional<double> beam;
 };
 
-CommandResult runPrune(const PruneArguments& arguments, Progress& progress) {
-  if (std::string error = checkOutput(arguments.in, arguments.out); !error.empty()) return error;
-  if (arguments.beam && std::isnan(*arguments.beam)) return "--beam: nan is no distance";
-  progress.begin("reading " + arguments.in);
-  WordLattice lattice;
-  std::string error = readWordLattice(arguments.in, lattice, arguments.reading);
-  if (!error.empty()) return error;
-  progress.begin("pruning");
-  error = arguments.links ? pruneToLinks(lattice, *arguments.links)
-                          : pruneToBeam(lattice, *arguments.beam);
-  if (!error.empty()) return arguments.in + ": " + error;
+CommandResult pruneLattice(const PruneArguments& arguments, WordLattice& lattice, LatticeJob& job) {
+  job.begin("pruning");
+  std::string error = arguments.links ? pruneToLinks(lattice, *arguments.links)
+                                      : pruneToBeam(lattice, *arguments.beam);
+  if (!error.empty()) return job.name() + ": " + error;
   if (arguments.links && lattice.links.size() > *arguments.links)
-    say(arguments.in + ": the best path alone has " + std::to_string(lattice.links.size()) +
-        " links, all of which are kept");
-  progress.begin("writing " + arguments.out);
-  return writeDialectFile(lattice, arguments.out);
+    job.say(job.name() + ": the best path alone has " + std::to_string(lattice.links.size()) +
+            " links, all of which are kept");
+  return writeDialect(lattice, job);
+}
+
+CommandResult runPrune(const PruneArguments& arguments, Progress& progress) {
+  if (arguments.beam && std::isnan(*arguments.beam)) return "--beam: nan is no distance";
+  return workOnLattices(arguments.set, progress, [&](WordLattice& lattice, LatticeJob& job) {
+    return pruneLattice(arguments, lattice, job);
+  });
 }
 
 }  // namespace
@@ -45,11 +41,7 @@ Command addPrune(CLI::App& app) {
   auto arguments = std::make_shared<PruneArguments>();
   CLI::App* command = app.add_subcommand(
       "prune", "Keep the likeliest links of a lattice, with the best path, as the viewer reads it");
-  command
-      ->add_option("IN", arguments->in,
-                   "Lattice, plain or compressed by gzip; - is the standard input")
-      ->required();
-  command->add_option("OUT", arguments->out, "File to write, such as talk.lat")->required();
+  addInputsAndOutput(*command, arguments->set, "File to write, such as talk.lat");
   CLI::Option_group* how = command->add_option_group("How much is kept", "One of these");
   how->add_option("--links", arguments->links,
                   "At most N links, those of the highest posterior probability")
@@ -60,7 +52,6 @@ Command addPrune(CLI::App& app) {
       ->type_name("B")
       ->check(CLI::Range(0.0, 1e100));
   how->require_option(1);
-  addReadingOptions(*command, arguments->reading);
   return [arguments](Progress& progress) { return runPrune(*arguments, progress); };
 }
 

@@ -62,7 +62,7 @@ class DocumentsTest(unittest.TestCase):
         commands = re.findall(r"(?m)^    \$ (quorbel-lattice .*)\n((?:    [^$\n].*\n)*)",
                               text_of("README.md"))
         self.assertGreaterEqual(len(commands), 4)
-        self.assertEqual(2, sum(bool(output) for _, output in commands))
+        self.assertEqual(3, sum(bool(output) for _, output in commands))
         with tempfile.TemporaryDirectory() as folder:
             (pathlib.Path(folder) / "examples").symlink_to(SOURCE / "examples")
             for command, output in commands:

@@ -8,7 +8,7 @@ import unittest
 
 from tool import CYCLIC, EXAMPLES, IMPORTED, PROGRAM, TALK, ToolTest
 
-COMMANDS = ("import", "prune", "best", "info", "draw")
+COMMANDS = ("import", "prune", "best", "info", "oracle", "draw")
 
 
 class HelpTest(ToolTest):
@@ -18,9 +18,13 @@ class HelpTest(ToolTest):
             self.assertRegex(text, rf"(?m)^  {command} ")
 
     def test_every_command_has_help(self):
-        options = {"import": ("IN", "OUT"), "prune": ("IN", "OUT", "--links", "--beam"),
-                   "best": ("IN", "--nbest", "--score", "--format"), "info": ("IN",),
-                   "draw": ("IN", "OUT", "--best", "--label", "--score", "--through")}
+        options = {"import": ("IN", "OUT", "--to"),
+                   "prune": ("IN", "OUT", "--to", "--links", "--beam"),
+                   "best": ("IN", "--nbest", "--repeats", "--score", "--format", "--marks"),
+                   "info": ("IN",),
+                   "oracle": ("IN", "--reference", "--ignore", "--ignore-case", "--alignment", "--tsv"),
+                   "draw": ("IN", "OUT", "--to", "--format", "--best", "--label", "--score",
+                            "--through")}
         for command in COMMANDS:
             text = self.succeeds(command, "--help")
             for option in (*options[command], "--words", "--utterance", "--frame-shift",
@@ -36,7 +40,9 @@ class HelpTest(ToolTest):
                 (("foo",), "The following argument was not expected: foo"),
                 (("import",), "IN is required"),
                 (("import", "talk.slf"), "OUT is required"),
-                (("info", "talk.slf", "extra"), "The following argument was not expected: extra"),
+                (("import", "talk.slf", "out.lat", "extra"),
+                 "several lattices need a folder to be written to (--to FOLDER)"),
+                (("oracle", "talk.slf"), "--reference is required"),
                 (("best", "talk.slf", "--nbest", "0"), "--nbest: Value 0 not in range"),
                 (("best", "talk.slf", "--format", "xml"), "--format: xml not in {text,ctm,htk}"),
                 (("prune", "talk.slf", "out.lat"),
@@ -303,12 +309,15 @@ class KaldiTest(ToolTest):
         self.write("lat.1", KALDI)
         self.write("words.txt", "<eps> 0\ngood 1\nday 2\n")
 
-    def test_info_lists_the_utterances(self):
+    def test_info_describes_every_utterance_or_the_one_that_is_named(self):
         text = self.succeeds("info", "lat.1", "--words", "words.txt", "--utterance", "talk-2")
+        self.assertTrue(text.endswith("best path:        TOTAL=-2: day\n"), text)
         self.assertEqual("utterance:        talk-2", text.splitlines()[0])
-        self.assertTrue(text.endswith("best path:        TOTAL=-2: day\n"
-                                      "utterances:       talk-1\n"
-                                      "                  talk-2\n"), text)
+        result = self.run_tool("info", "lat.1", "--words", "words.txt")
+        self.assertEqual(("quorbel-lattice: 2 lattices done\n", 0),
+                         (result.stderr, result.returncode))
+        self.assertTrue(result.stdout.endswith("\n\nlattice:          lat.1: talk-2\n" + text + "\n"))
+        self.assertTrue(result.stdout.startswith("lattice:          lat.1: talk-1\n"))
 
     def test_every_command_takes_the_options(self):
         words = ("--words", "words.txt")
@@ -317,7 +326,7 @@ class KaldiTest(ToolTest):
                          "  1\t2.5\tday\t-31\tJ=1\n"
                          "  2.5\t2.5\t!NULL\t-0.5\tJ=2\n",
                          self.succeeds("best", "lat.1", *words, "--frame-shift", "0.5",
-                                       "--acoustic-scale", "1"))
+                                       "--acoustic-scale", "1", "--utterance", "talk-1"))
         second = (*words, "--utterance", "talk-2")
         imported = ("VERSION=1.1\nUTTERANCE=talk-2\nacscale=0.1\nN=2 L=1\nI=0 t=0\nI=1 t=0.01\n"
                     "J=0 S=0 E=1 W=<w in='day'/> TOTAL=-2 a=-10 l=-1 post=0\n")

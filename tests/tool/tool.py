@@ -57,7 +57,7 @@ J=2 S=1 E=2 W=c
 
 
 PROGRESS = re.compile(
-    r"^quorbel-lattice: (?:reading|searching|pruning|writing|drawing)[^\n]* \(\d+ s\)\n", re.MULTILINE)
+    r"^quorbel-lattice: (?:reading|searching|pruning|writing|drawing|\d+ lattices done,)[^\n]* \(\d+ s\)\n", re.MULTILINE)
 
 
 def apart(result):

@@ -1,0 +1,239 @@
+"""Several lattices in one call, and what is computed on a whole set of them."""
+
+import gzip
+import os
+import subprocess
+import unittest
+
+from tool import IMPORTED, PROGRAM, TALK, ToolTest
+
+ARCHIVE = """talk-1
+0 1 1 1,20,5_5
+1 2 2 2,30,6_6_6
+2 0.5,0,
+
+talk-2
+0 1 2 1,10,7
+1
+"""
+WORDS = "<eps> 0\ngood 1\nday 2\n"
+BAD = "N=2\nI=0\nI=5\n"
+BAD_LINE = "quorbel-lattice: {}: line 3: node 5, but nodes are 0 to 1\n"
+
+
+class SetsTest(ToolTest):
+    def setUp(self):
+        super().setUp()
+        (self.folder / "talks").mkdir()
+        for name in ("a", "b", "c"):
+            self.write(f"talks/{name}.slf", TALK.replace("talk", name))
+
+    def best(self, *arguments, status=0):
+        """What best prints as CTM, only its first and fifth column, and what it says."""
+        result = self.run_tool("best", "--format", "ctm", *arguments)
+        self.assertEqual(status, result.returncode, result.stderr)
+        return ([" ".join(line.split()[::4][:2]) for line in result.stdout.splitlines()],
+                result.stderr)
+
+    @staticmethod
+    def said(*names):
+        return [f"{name} {word}" for name in names for word in ("good", "day")]
+
+    def test_files_folders_and_the_standard_input_are_taken_in_their_order(self):
+        result = subprocess.run([PROGRAM, "best", "--format", "ctm", "-", "talks", "talk.slf"],
+                                cwd=self.folder, input=TALK.replace("talk", "z"), text=True,
+                                capture_output=True, timeout=100)
+        self.assertEqual("quorbel-lattice: 5 lattices done\n", result.stderr)
+        self.assertEqual(list("zabct"), [line[0] for line in result.stdout.splitlines()[::2]])
+
+    def test_a_folder_has_what_is_called_or_begins_like_a_lattice(self):
+        self.write("talks/d.lat.gz", gzip.compress(TALK.replace("talk", "d").encode()))
+        self.write("talks/lat.1", ARCHIVE)
+        self.write("talks/e", "# a comment\n" + TALK.replace("talk", "e"))
+        for name in ("words.txt", "notes.txt", ".hidden.slf", "sound.wav", "f.ctm"):
+            self.write(f"talks/{name}", "utt 1 0 good\n")
+        (self.folder / "talks/g.lat").mkdir()
+        words, said = self.best("talks", "--words", self.write("table", WORDS))
+        self.assertEqual(self.said("a", "b", "c", "d", "e", "talk-1") + ["talk-2 day"], words)
+        self.assertEqual("quorbel-lattice: 7 lattices done\n", said)
+        (self.folder / "empty").mkdir()
+        self.assertEqual("empty: no lattice in this folder", self.fails("info", "empty"))
+
+    def test_one_that_fails_is_named_and_the_others_are_done(self):
+        self.write("talks/b.slf", BAD)
+        words, said = self.best("talks", "none", status=1)
+        self.assertEqual(self.said("a", "c"), words)
+        self.assertEqual(BAD_LINE.format("talks/b.slf") +
+                         "quorbel-lattice: none: No such file or directory\n"
+                         "quorbel-lattice: 2 lattices done, 2 failed\n", said)
+
+    def test_an_utterance_that_fails_is_named_and_the_archive_goes_on(self):
+        self.write("lat.1", ARCHIVE.replace("talk-2", "broken \n0 x y z q q q q\n\ntalk-2"))
+        words, said = self.best("lat.1", "--words", self.write("words.txt", WORDS), status=1)
+        self.assertEqual(self.said("talk-1") + ["talk-2 day"], words)
+        self.assertRegex(said, r"\Aquorbel-lattice: lat.1: line \d+: [^\n]+\n"
+                               r"quorbel-lattice: 2 lattices done, 1 failed\n\Z")
+
+    def test_the_order_and_all_else_is_the_same_for_any_number_of_jobs(self):
+        for i in range(60):
+            self.write(f"talks/many{i:02}.slf", BAD if i % 7 == 3 else TALK.replace("talk", f"m{i:02}"))
+        runs = [self.run_tool("best", "talks", "--nbest", 4, "--jobs", jobs) for jobs in (1, 2, 16)]
+        self.assertEqual((1, 63 - 9), (runs[0].returncode, runs[0].stdout.count("path 4:")))
+        for run in runs[1:]:
+            self.assertEqual((runs[0].stdout, runs[0].stderr), (run.stdout, run.stderr))
+
+    def test_outputs_go_to_a_folder(self):
+        self.write("lat.1", ARCHIVE)
+        words = self.write("words.txt", WORDS)
+        for command in (("import",), ("prune", "--links", 9), ("draw", "--format", "svg")):
+            result = self.run_tool(*command, "talks", "lat.1", "--to", "new/out", "--words", words)
+            self.assertEqual(("", "quorbel-lattice: 5 lattices done\n"),
+                             (result.stdout, result.stderr))
+        self.assertEqual([name + end for name in ("a", "b", "c", "talk-1", "talk-2")
+                          for end in (".lat", ".svg")],
+                         sorted(path.name for path in (self.folder / "new/out").iterdir()))
+        self.assertEqual(IMPORTED.replace("talk", "a"), self.read("new/out/a.lat"))
+
+    def test_no_output_takes_the_place_of_an_input_or_of_another_output(self):
+        (self.folder / "more").mkdir()
+        self.write("more/a.lat", IMPORTED)
+        result = self.run_tool("import", "talks", "more", "--to", "more", "--jobs", 1)
+        self.assertEqual("quorbel-lattice: talks/a.slf: more/a.lat: this is a file to be read; write "
+                         "to another\nquorbel-lattice: more/a.lat: this is a file to be read; write "
+                         "to another\nquorbel-lattice: 2 lattices done, 2 failed\n", result.stderr)
+        self.assertEqual(IMPORTED, self.read("more/a.lat"))
+        result = self.run_tool("import", "talks", "talks/b.slf", "--to", "out")
+        self.assertEqual("quorbel-lattice: talks/b.slf: out/b.lat: another lattice was written there\n"
+                         "quorbel-lattice: 3 lattices done, 1 failed\n", result.stderr)
+
+    def test_several_lattices_need_a_folder(self):
+        reason = "several lattices need a folder to be written to (--to FOLDER)"
+        self.assertEqual(reason, self.fails("import", "talks", "out.lat"))
+        self.assertEqual(reason, self.fails("prune", "talk.slf", "talks", "out.lat", "--links", 2))
+        self.assertEqual("OUT is required (see quorbel-lattice --help)",
+                         self.fails("draw", "talk.slf"))
+        self.assertIn("talk.slf/out: Not a directory",
+                      self.fails("import", "talks", "--to", "talk.slf/out"))
+
+    def test_an_archive_gives_its_first_lattice_where_there_is_one_output(self):
+        self.write("lat.1", ARCHIVE)
+        self.succeeds("import", "lat.1", "out.lat", "--words", self.write("words.txt", WORDS))
+        self.assertIn("UTTERANCE=talk-1\n", self.read("out.lat"))
+
+    def test_an_utterance_is_looked_for_in_all_files(self):
+        words, said = self.best("talks", "--utterance", "b")
+        self.assertEqual((self.said("b"), "quorbel-lattice: 1 lattice done\n"), (words, said))
+        result = self.run_tool("best", "talks", "--utterance", "z")
+        self.assertEqual((1, "", 'quorbel-lattice: talks/a.slf: no utterance "z" in it\n'),
+                         (result.returncode, result.stdout, result.stderr))
+
+    def test_labels_of_several_lattices_are_a_master_label_file(self):
+        text = "#!MLF!#\n" + "".join(
+            f'"*/{name}.lab"\n0 4000000 good -3\n4500000 12500000 day -1.25\n.\n' for name in "abc")
+        self.assertEqual(text, self.run_tool("best", "talks", "--format", "htk").stdout)
+
+    def test_paths_of_several_lattices_are_told_apart(self):
+        text = self.run_tool("best", "talks/a.slf", "talks/b.slf").stdout
+        self.assertEqual(["lattice talks/a.slf", "path 1: TOTAL=-4.75: good day",
+                          "lattice talks/b.slf", "path 1: TOTAL=-4.75: good day"],
+                         [line for line in text.splitlines() if line[0] != " "])
+
+    def test_nothing_more_is_done_when_nobody_can_read_it(self):
+        with open("/dev/full", "w") as full:
+            result = self.run_tool("best", "talks", stdout=full)
+        self.assertEqual((1, "quorbel-lattice: standard output: No space left on device\n"),
+                         (result.returncode, result.stderr))
+
+    def test_long_lists_of_several_lattices_take_no_more_memory(self):
+        loop = ("start=0 end=2\nN=3 L=3\nI=0 t=0\nI=1 t=1\nI=2 t=2\n"
+                "J=0 S=0 E=1 W=a a=-1\nJ=1 S=1 E=1 W=b a=-1\nJ=2 S=1 E=2 W=c a=-1\n")
+        loops = [self.write(f"loop{i}.slf", loop) for i in range(4)]
+        environment = {**self.environment, "ASAN_OPTIONS": "quarantine_size_mb=1"}
+        process = subprocess.Popen([PROGRAM, "best", *loops, "--nbest", "1500", "--jobs", "4"],
+                                   cwd=self.folder, env=environment, stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.DEVNULL)
+        _, status, usage = os.wait4(process.pid, 0)
+        process.returncode = os.waitstatus_to_exitcode(status)
+        self.assertEqual(0, process.returncode)
+        self.assertLess(usage.ru_maxrss, 150000, "kilobytes for four texts of 20 million bytes")
+
+
+class OracleTest(ToolTest):
+    HEADING = ("utterance\twords\tbest_sub\tbest_del\tbest_ins\toracle_sub\toracle_del\toracle_ins\t"
+               "links_per_second\n")
+
+    def oracle(self, reference, *arguments, status=0, lattices=("talk.slf",)):
+        self.write("reference", reference)
+        result = self.run_tool("oracle", *lattices, "--reference", "reference", *arguments)
+        self.assertEqual(status, result.returncode, result.stderr)
+        return result
+
+    def test_prints_a_row_for_each_lattice_and_their_sum(self):
+        result = self.oracle("could be a day\n")
+        row = "    4     75.00      1      2      0       50.00      0      2      0        4  "
+        self.assertEqual(
+            "words  best WER    sub    del    ins  oracle WER    sub    del    ins  links/s  utterance\n"
+            + row + "talk\n" + row + "TOTAL\n", result.stdout)
+        self.assertEqual("", result.stderr)
+
+    def test_prints_alignments(self):
+        lines = self.oracle("could be a day\n", "--alignment").stdout.splitlines()
+        self.assertEqual(["  reference: could be  a   day",
+                          "  best:      good  *** *** day",
+                          "  oracle:    could *** *** day"], lines[2:5])
+
+    def test_takes_references_in_four_forms(self):
+        self.write("monday.slf", TALK.replace("talk", "other"))
+        lattices = ("monday.slf", "talk.slf")
+        row = "\t2\t1\t0\t0\t0\t0\t0\t4\n"
+        expected = (self.HEADING + "other" + row + "talk" + row +
+                    "TOTAL\t4\t2\t0\t0\t0\t0\t0\t4\n")
+        for reference in ("talk could day\nmonday could day\n",
+                          "could day (other)\ncould day (talk)\n",
+                          '#!MLF!#\n"*/talk.lab"\ncould\nday\n.\n"*/monday.lab"\n0 9 could\nday\n.\n'):
+            with self.subTest(reference=reference):
+                result = self.oracle(reference, "--tsv", lattices=lattices)
+                self.assertEqual((expected, "quorbel-lattice: 2 lattices done\n"),
+                                 (result.stdout, result.stderr))
+        self.assertEqual(self.HEADING + "talk" + row + "TOTAL" + row,
+                         self.oracle("could day\n", "--tsv").stdout)
+
+    def test_names_what_is_missing_on_either_side(self):
+        self.write("monday.slf", TALK.replace("talk", "other"))
+        result = self.oracle("talk good day\ntuesday x\nfriday\n", "--tsv", status=1,
+                             lattices=("monday.slf", "talk.slf"))
+        self.assertEqual("quorbel-lattice: monday.slf: no reference in reference\n"
+                         "quorbel-lattice: reference: no lattice for tuesday friday\n"
+                         "quorbel-lattice: 1 lattice done, 1 failed\n", result.stderr)
+        self.assertEqual("TOTAL\t2\t0\t0\t0\t0\t0\t0\t4", result.stdout.splitlines()[-1])
+
+    def test_words_can_be_ignored_and_capitals_too(self):
+        reference = "GOOD um Day oh\n"
+        for options, row in (((), "4\t2\t2\t0\t2\t2\t0"),
+                             (("--ignore", "um,oh"), "2\t2\t0\t0\t2\t0\t0"),
+                             (("--ignore", "UM", "--ignore", "Oh,good", "--ignore-case"),
+                              "1\t0\t0\t0\t0\t0\t0")):
+            result = self.oracle(reference, "--tsv", *options)
+            self.assertEqual(f"talk\t{row}\t4", result.stdout.splitlines()[1], options)
+
+    def test_says_what_is_wrong_with_the_references(self):
+        self.assertEqual("none: No such file or directory",
+                         self.fails("oracle", "talk.slf", "--reference", "none"))
+        self.write("twice", "a b\na c\n")
+        self.assertEqual("twice: line 2: a second reference for a",
+                         self.fails("oracle", "talk.slf", "--reference", "twice"))
+        self.assertIn("--alignment excludes --tsv",
+                      self.fails("oracle", "talk.slf", "--reference", "twice", "--tsv", "--alignment"))
+
+    def test_takes_utterances_of_an_archive_by_their_names_only(self):
+        self.write("lat.1", ARCHIVE)
+        words = self.write("words.txt", WORDS)
+        result = self.oracle("talk-2 day\ntalk-1 good day\n", "--tsv", "--words", words,
+                             lattices=("lat.1",))
+        self.assertEqual(["talk-1\t2\t0\t0\t0\t0\t0\t0", "talk-2\t1\t0\t0\t0\t0\t0\t0",
+                          "TOTAL\t3\t0\t0\t0\t0\t0\t0"],
+                         [line.rpartition("\t")[0] for line in result.stdout.splitlines()[1:]])
+
+
+if __name__ == "__main__":
+    unittest.main()
