@@ -108,11 +108,12 @@ std::optional<RememberedDrawing> DrawingMemory::recall(const std::string& format
   const auto head = headOf(format, description, sizes->first, sizes->second).size();
   if (fs::file_size(path, error) != head + sizes->first + sizes->second) return std::nullopt;
   RememberedDrawing drawing;
-  for (auto [text, size] : {std::make_pair(&drawing.said, sizes->first),
-                            std::make_pair(&drawing.bytes, sizes->second)}) {
-    text->resize(size);
-    stream.read(text->data(), static_cast<std::streamsize>(size));
-  }
+  const auto read = [&](std::string& text, std::size_t size) {
+    text.resize(size);
+    stream.read(text.data(), static_cast<std::streamsize>(size));
+  };
+  read(drawing.said, sizes->first);
+  read(drawing.bytes, sizes->second);
   if (!stream) return std::nullopt;
   fs::last_write_time(path, fs::file_time_type::clock::now(), error);
   return drawing;
