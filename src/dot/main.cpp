@@ -95,9 +95,9 @@ int main(int argc, char** argv) {
   const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
   // The launcher asks whether this program may stand in for that `dot`.
   if (arguments.size() == 2 && arguments[0] == "--stands-for")
-    return isDotOfLibrary(arguments[1]) ? 0 : 1;
+    _exit(isDotOfLibrary(arguments[1]) ? 0 : 1);
   const std::optional<DotRequest> request = dotRequest(arguments);
   const std::optional<int> status = request ? fulfil(*request) : std::nullopt;
   if (!status) leaveToGraphviz(argv);
-  _exit(*status);  // the library's memory is the system's to take back
+  _exit(*status);
 }

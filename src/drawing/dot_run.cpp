@@ -45,8 +45,9 @@ void resetSignals() {
 }
 
 /// Becomes `dot`, or does its work.
-[[noreturn]] void beDot(const DotArguments& arguments, bool byLibrary) {
-  if (byLibrary) {
+[[noreturn]] void beDot(const DotArguments& arguments) {
+  // Another `dot` somebody has put first on the search path, who wants that.
+  if (isDotOfLibrary(findDot(""))) {
     const auto status = drawIntoFile(arguments[kFormatAt] + std::strlen("-T"), arguments[kOutputAt],
                                      arguments[kDescriptionAt]);
     if (status) _exit(*status);
@@ -57,7 +58,7 @@ void resetSignals() {
 
 /// Starts a process that is `dot`, with standard error going to `logFile`. Returns the process, 0
 /// when a signal came before, or -1 with errno set.
-pid_t start(const DotArguments& arguments, bool byLibrary, const char* logFile) {
+pid_t start(const DotArguments& arguments, const char* logFile) {
   if (caughtSignal != 0) return 0;
   signal(SIGCHLD, SIG_DFL);             // ignored, it would hide how the process ended
   const EndingSignalsWait signalsWait;  // the new process would take them with this one's handler
@@ -67,7 +68,7 @@ pid_t start(const DotArguments& arguments, bool byLibrary, const char* logFile) 
     signalsWait.letThrough();
     const int log = open(logFile, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     if (log >= 0) dup2(log, STDERR_FILENO);
-    beDot(arguments, byLibrary);
+    beDot(arguments);
   }
   runningDot = process;
   if (caughtSignal != 0) endDot(caughtSignal);  // it came before the process was known
@@ -107,9 +108,7 @@ std::string runDot(const SignalsEndDot&, const std::string& format, const std::s
   const std::string formatOption = "-T" + format;
   const DotArguments arguments = {"dot",          formatOption.c_str(), "-o",
                                   output.c_str(), description.c_str(),  nullptr};
-  // Another `dot` somebody has put first on the search path, who wants that.
-  static const bool byLibrary = isDotOfLibrary(findDot(""));
-  const pid_t process = start(arguments, byLibrary, logFile.c_str());
+  const pid_t process = start(arguments, logFile.c_str());
   if (process == 0) return dotEndedBy(caughtSignal);
   if (process < 0) return std::string("dot could not be started: ") + std::strerror(errno);
   int status = 0;
