@@ -1,7 +1,5 @@
 #include "drawing/drawing.h"
 
-#include <libxml/tree.h>
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -10,18 +8,12 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <set>
 
-#include "drawing/description.h"
 #include "drawing/dot_run.h"
+#include "drawing/drawing_content.h"
 #include "drawing/paper_layout.h"
 #include "drawing/work_folder.h"
-#include "formats/dialect_writer.h"
-#include "lattice/graph.h"
-#include "lattice/htk_reader.h"
 #include "lattice/number_text.h"
-#include "lattice/xml_fragment.h"
-#include "lattice/xml_label.h"
 #include "layout/dia_writer.h"
 #include "layout/whole_file.h"
 #include "words/word_text.h"
@@ -31,83 +23,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::string kScoreLabel = "score";
 constexpr double kCentimetresPerPoint = 2.54 / 72.0;
-
-std::string listed(const std::set<std::string>& names) {
-  std::string list;
-  for (const std::string& name : names) list += (list.empty() ? "" : ", ") + name;
-  return list;
-}
-
-/// Whether some word of the lattice has the attribute; otherwise `known` gets those that there are.
-bool hasAttribute(const Graph& graph, const std::string& name, std::set<std::string>& known) {
-  for (const std::vector<Edge>& edges : graph.adjacency->outgoing) {
-    for (const Edge& edge : edges) {
-      const XmlDocument word = parseXmlFragment(edge.word, "word.xml");
-      const xmlNode* root = word ? xmlDocGetRootElement(word.get()) : nullptr;
-      const xmlAttr* attribute = root ? firstAttribute(root) : nullptr;
-      for (; attribute; attribute = attribute->next) known.insert(xmlText(attribute->name));
-      if (known.count(name) != 0) return true;
-    }
-  }
-  return false;
-}
-
-std::string chooseLabels(Graph& graph, const std::string& field) {
-  graph.fieldsByName = {{{1}, "in"}, {{1}, "out"}};
-  if (field.empty()) return "";
-  std::set<std::string> known = {};
-  if (hasAttribute(graph, field, known)) {
-    graph.fieldsByName = {{{1}, field}};
-    return "";
-  }
-  known.insert(kScoreLabel);
-  graph.labelByValue = field == kScoreLabel;
-  if (graph.labelByValue) return "";
-  return "no word has the attribute \"" + field + "\"; labels can be: " + listed(known);
-}
-
-/// The label of each link, in the order of the links; of `scores`, too, which are those of that
-/// name.
-std::vector<std::string> labelsOf(const Graph& graph, const std::string& scoreName,
-                                  const std::vector<double>& scores) {
-  std::vector<std::string> labels;
-  for (const std::vector<Edge>& edges : graph.adjacency->outgoing) {
-    for (const Edge& edge : edges) {
-      const double cost = edge.scores.count(scoreName) == 0 ? 0.0 : -scores[labels.size()];
-      labels.push_back(graph.labelByValue ? formatNumber(cost)
-                                          : edgeXmlLabel(graph, edge.word, false));
-    }
-  }
-  return labels;
-}
-
-/// Finds the paths that are to be marked.
-std::string chooseMarks(const WordLattice& lattice, const DrawingOptions& options,
-                        const std::vector<double>& scores, DrawingMarks& marks) {
-  std::string error;
-  if (options.throughLink) {
-    const auto isIt = [&](const WordLink& link) { return link.id == *options.throughLink; };
-    const auto link = std::find_if(lattice.links.begin(), lattice.links.end(), isIt);
-    if (link == lattice.links.end())
-      return "there is no link " + std::to_string(*options.throughLink);
-    marks.chosenLink = static_cast<std::size_t>(link - lattice.links.begin());
-    error = findBestPathThrough(lattice, scores, *marks.chosenLink, marks.throughLink.emplace());
-  }
-  if (!error.empty() || !options.showBestPath) return error;
-  std::vector<LatticePath> paths;
-  error = findBestPaths(lattice, scores, 1, paths);
-  if (error.empty()) marks.best = std::move(paths[0]);
-  return error;
-}
-
-/// Brings the lattice into the viewer's own graph, by way of the text that the viewer would read.
-std::string viewerGraph(const WordLattice& lattice, Graph& graph) {
-  std::string text;
-  const std::string error = dialectText(lattice, text);
-  return error.empty() ? readHtkLattice(graph, "the lattice", text) : error;
-}
 
 /// Whether the name may stand in an attribute of `dot`, where it has no escapes.
 bool isFontName(const std::string& name) {
@@ -126,22 +42,6 @@ DrawingStyle styleOf(const DrawingOptions& options) {
   style.font = options.font;
   style.boldFont = boldFontOf(options.font);
   return style;
-}
-
-/// Makes the text that asks `dot` for the drawing.
-std::string describe(const WordLattice& lattice, const DrawingOptions& options,
-                     const DrawingStyle& style, std::string& description) {
-  Graph graph;
-  if (std::string error = viewerGraph(lattice, graph); !error.empty()) return error;
-  const std::string& scoreName = options.scoreName.empty() ? kTotalName : options.scoreName;
-  const auto scores = scoresNamed(lattice, scoreName);
-  if (!scores) return noSuchScore(lattice, scoreName);
-  DrawingMarks marks;
-  std::string error = chooseLabels(graph, options.labelField);
-  if (error.empty()) error = chooseMarks(lattice, options, *scores, marks);
-  if (error.empty())
-    description = descriptionOf(lattice, labelsOf(graph, scoreName, *scores), marks, style);
-  return error;
 }
 
 std::string textOf(const std::string& path) {
@@ -213,18 +113,20 @@ std::string noteOn(double fontSize, double asked) {
 std::string drawInWorkFolder(const WordLattice& lattice, const DrawingOptions& options,
                              const std::string& format, const SignalsEndDot& signals,
                              std::string& bytes, std::string& note) {
-  std::string text;
-  std::string error = describe(lattice, options, styleOf(options), text);
+  const DrawingStyle style = styleOf(options);
+  DrawingContent content;
+  std::string error = findContent(lattice, options, style, content);
   if (!error.empty()) return error;
+  std::string text = descriptionOf(lattice, content.labels, content.marks, style);
 
   DotInFolder dot(signals);
   PaperLayout paper;
-  if (isForPaper(options)) {
+  if (isForPaper(options) || !content.legend.empty()) {
     std::string layout;
     error = dot.draw(text, "dot", layout);
     if (!error.empty()) return error;
     const PaperOptions asked = paperOptions(options, format);
-    auto placed = putOnPaper(layout, sectionsOf(lattice), {}, asked);
+    auto placed = putOnPaper(layout, sectionsOf(lattice), content.legend, asked);
     if (!placed) return DotInFolder::kNoDrawing;
     paper = std::move(*placed);
     text = paper.description;

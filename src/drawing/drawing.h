@@ -15,10 +15,12 @@ struct DrawingOptions {
   std::string labelField;  ///< attribute of the words; "score" for the cost, "" for "in" and "out"
   std::string scoreName;   ///< score that the best paths follow; "" for the total
   std::optional<int> throughLink;  ///< id of a link; the best path through it is drawn in cyan
-  bool isMonochrome = false;       ///< in black and grey, with thick, dashed and dotted lines
-  std::string font;                ///< family of all texts; "" for Graphviz's own
-  std::optional<double> fontSize;  ///< points; else 14, or 8 with a width
-  std::optional<double> width;     ///< centimetres; the drawing goes over several rows to keep it
+  std::optional<std::string> reference;  ///< words; with it the path nearest to them is marked as
+                                         ///< well as the best one, and a legend says so
+  bool isMonochrome = false;             ///< in black and grey, with thick, dashed and dotted lines
+  std::string font;                      ///< family of all texts; "" for Graphviz's own
+  std::optional<double> fontSize;        ///< points; else 14, or 8 with a width
+  std::optional<double> width;  ///< centimetres; the drawing goes over several rows to keep it
 };
 
 /// The format of a drawing by the name of its file: "png", "svg", "pdf", "eps", "ps" or

@@ -74,7 +74,7 @@ std::string boldFontOf(const std::string& font) {
 std::string svgWithFamilies(std::string svg, const std::string& font) {
   if (font.empty()) return svg;
   const std::string wrong = "font-family=\"" + boldFontOf(font) + '"';
-  const std::string right = "font-family=\"" + font + "\" font-weight=\"bold\"";
+  const std::string right = "font-family=\"" + font + R"(" font-weight="bold")";
   for (std::size_t at = svg.find(wrong); at != std::string::npos; at = svg.find(wrong, at)) {
     svg.replace(at, wrong.size(), right);
     at += right.size();

@@ -19,13 +19,14 @@ constexpr double kArrowLength = 8.0;
 
 std::string pointText(double x, double y) { return placeText(x) + ',' + placeText(y); }
 
-/// The line from (`left`, `y`) to (`right`, `y`) with its text. Its ends are nodes nobody sees.
+/// The line from (`left`, `y`) to (`right`, `y`) with its text. Its ends are nodes nobody sees, as
+/// high as the arrow head, for which Graphviz leaves no room.
 std::string lineStatements(const LegendEntry& entry, const std::string& name, double left,
                            double right, double y) {
   const std::string from = "\"legend " + name + '"';
   const std::string to = "\"legend " + name + " end\"";
   const auto endNode = [&](const std::string& node, double x) {
-    return node + " [label=\"\", style=invis, width=0, height=0, margin=0, pos=\"" +
+    return node + R"( [label="", style=invis, width=0.06, height=0.12, margin=0, pos=")" +
            pointText(x, y) + "\"];\n";
   };
   const double foot = right - kArrowLength;  // of the arrow head

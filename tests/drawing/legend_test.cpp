@@ -9,8 +9,9 @@ const std::vector<LegendEntry> kEntries = {{"best path", "color=blue"},
                                            {"\"x\"", "color=black, style=dashed"}};
 
 std::string endNode(const std::string& name, const std::string& place) {
-  return "\"legend " + name + "\" [label=\"\", style=invis, width=0, height=0, margin=0, pos=\"" +
-         place + "\"];\n";
+  return "\"legend " + name +
+         "\" [label=\"\", style=invis, width=0.06, height=0.12, margin=0, pos=\"" + place +
+         "\"];\n";
 }
 
 TEST(Legend, HasALineWithItsTextForEachEntry) {

@@ -249,6 +249,25 @@ TEST(PrintedDrawing, TakesNoOddNameForAFont) {
   }
 }
 
+TEST(PrintedDrawing, HasALegendWithAReference) {
+  const TemporaryFolder folder;
+  const WordLattice lattice = latticeOf(chainText(3, 1));
+  DrawingOptions options;
+  for (const bool isForColumn : {true, false}) {
+    if (isForColumn) options = columnOptions(8.4);
+    options.reference = "word0 word3 word4";
+    options.isMonochrome = true;
+    const std::string svg = drawn(lattice, options, "out.svg");
+    for (const char* text : {">best path: 1 error<", ">oracle path: no errors<", ">both<"})
+      EXPECT_NE(svg.find(text), std::string::npos) << text;
+    EXPECT_NE(svg.find("stroke-dasharray"), std::string::npos);
+    EXPECT_EQ(svg.find("green"), std::string::npos);
+    drawn(lattice, options, "out.png");
+    EXPECT_EQ(colouredPixels("out.png"), 0);
+    options = DrawingOptions();
+  }
+}
+
 /// How often each text of a link or a node stands in an SVG.
 std::map<std::string, int> textCounts(const std::string& svg, const std::string& kind) {
   std::map<std::string, int> counts;

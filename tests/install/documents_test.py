@@ -59,7 +59,7 @@ class DocumentsTest(unittest.TestCase):
         self.assertEqual([], [link for link in links if not link.startswith("#")])
 
     def test_commands_of_the_readme_print_what_stands_below_them(self):
-        commands = re.findall(r"(?m)^    \$ (quorbel-lattice .*)\n((?:    [^$\n].*\n)*)",
+        commands = re.findall(r"(?m)^    \$ (quorbel-lattice (?:.*\\\n)*.*)\n((?:    [^$\n].*\n)*)",
                               text_of("README.md"))
         self.assertGreaterEqual(len(commands), 4)
         self.assertEqual(3, sum(bool(output) for _, output in commands))

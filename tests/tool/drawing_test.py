@@ -107,6 +107,19 @@ class DrawingTest(ToolTest):
         self.succeeds("draw", "words.slf", "out.dia", "--width", 8.4, "--monochrome")
         self.assertEqual(8, sum(f"#word{i}#" in self.read("out.dia") for i in range(8)))
 
+    def test_marks_the_path_nearest_to_a_reference(self):
+        svg = self.draw("--reference", "could today")
+        self.assertEqual({"good": "blue", "could": "darkgreen", "!NULL": "blue",
+                          "today": "darkgreen", "day": "blue"}, {
+            text: colour for text, colour in self.labels(svg).items() if ":" not in text})
+        self.assertIn(">best path: 2 errors<", svg)
+        self.assertIn(">oracle path: no errors<", svg)
+        self.assertNotIn(">both<", svg)
+        self.write("no.slf", "start=0 end=2\nN=3 L=1\nI=0 t=0\nI=1 t=1\nI=2 t=2\n"
+                             "J=0 S=0 E=1 W=a\n")
+        self.assertEqual("no path leads from the start to the end",
+                         self.fails("draw", "no.slf", "x.svg", "--reference", "a"))
+
     def test_says_when_letters_become_smaller_than_was_asked(self):
         result = self.run_tool("draw", "talk.slf", "out.pdf", "--width", 2, "--font-size", 9)
         self.assertRegex(result.stderr, r"\Aquorbel-lattice: out\.pdf: letters have [\d.]+ points, "
