@@ -68,6 +68,13 @@ std::string colourValue(const std::string& name, const char* otherwise) {
 std::string lineColour(const std::string& name) { return colourValue(name, "#000000"); }
 std::string fillColour(const std::string& name) { return colourValue(name, "#d3d3d3"); }
 
+/// What Dia calls a family, "" being Times. Of PostScript's own it knows only the names below.
+std::string diaFamily(const std::string& family) {
+  if (family.empty() || family == "Times") return "serif";
+  if (family == "Helvetica") return "sans";
+  return family == "Courier" ? "monospace" : family;
+}
+
 /// What PostScript calls the letters of a family, "" being Times.
 std::string postscriptName(const std::string& family, bool isBold) {
   const bool isTimes = family.empty() || family == "Times";
@@ -254,8 +261,7 @@ void DiagramWriter::addText(const std::string& text, Justification justification
   m_Xml.point("obj_pos", place(anchor));
   m_Xml.beginComposite("text", "text");
   m_Xml.string("string", text);
-  const std::string family = m_Look.font.empty() ? "serif" : m_Look.font;
-  m_Xml.font("font", family, postscriptName(m_Look.font, isBold), isBold);
+  m_Xml.font("font", diaFamily(m_Look.font), postscriptName(m_Look.font, isBold), isBold);
   m_Xml.real("height", centimetres(kFontSize) / kFontSizePerTextHeight);
   m_Xml.point("pos", place(anchor));
   m_Xml.colour("color", colour);

@@ -185,6 +185,11 @@ TEST(DiaWriter, MayBeSmallerAndInAnotherFont) {
   for (const char* family : {"", "Times"}) {
     const DiaDocument times(diaDiagram(*readDotDrawing(layout), {1.0, family}));
     EXPECT_EQ(times.find("//dia:font/@name"), (Values{"Times-Roman", "Times-Bold"}));
+    EXPECT_EQ(times.find("//dia:font/@family"), (Values{"serif", "serif"}));
+  }
+  for (const auto& [family, known] : {std::pair("Helvetica", "sans"), {"Courier", "monospace"}}) {
+    const DiaDocument other(diaDiagram(*readDotDrawing(layout), {1.0, family}));
+    EXPECT_EQ(other.find("//dia:font/@family"), (Values{known, known}));
   }
 }
 
