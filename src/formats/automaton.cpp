@@ -152,6 +152,14 @@ void AutomatonReading::setFrames(std::vector<std::optional<double>>& times) cons
 
 }  // namespace
 
+std::string whyFull(const Automaton& automaton) {
+  constexpr std::size_t kMostArcs = 4'000'000;
+  return automaton.arcs.size() + automaton.finals.size() < kMostArcs
+             ? ""
+             : "more than " + std::to_string(kMostArcs) +
+                   " arcs and final states, which is beyond any lattice";
+}
+
 bool takeCost(std::string_view text, double& cost) {
   if (text == kInfiniteCost) {
     cost = -kLogOfZero;

@@ -46,6 +46,11 @@ struct Automaton {
   std::vector<AutomatonFinal> finals;
 };
 
+/// Why an automaton takes no further arc or final state: it has four million of them, which is
+/// beyond any lattice, and each takes many times the memory that it takes in a file. "" when it
+/// does.
+std::string whyFull(const Automaton& automaton);
+
 /// The costs of OpenFst and Kaldi may be infinite.
 inline constexpr const char* kInfiniteCost = "Infinity";
 

@@ -62,12 +62,16 @@ std::string takeGraph(const std::string& bytes, Automaton& automaton) {
     const std::string of = "of state " + std::to_string(state) + " is no number";
     const double last = asDecimal(graph->Final(state).Value());
     if (isNoCost(last)) return "the final cost " + of;
-    if (!std::isinf(last)) automaton.finals.push_back({state, last != 0.0, {last, 0.0, 0}, 0});
+    if (!std::isinf(last)) {
+      if (std::string full = whyFull(automaton); !full.empty()) return full;
+      automaton.finals.push_back({state, last != 0.0, {last, 0.0, 0}, 0});
+    }
     for (fst::ArcIterator<fst::Fst<Arc>> arcs(*graph, state); !arcs.Done(); arcs.Next()) {
       const Arc& arc = arcs.Value();
       const double cost = asDecimal(arc.weight.Value());
       if (isNoCost(cost)) return "the cost of an arc " + of;
       hasOneLabel = hasOneLabel && arc.ilabel == arc.olabel;
+      if (std::string full = whyFull(automaton); !full.empty()) return full;
       const double finite = std::isinf(cost) ? -kLogOfZero : cost;
       automaton.arcs.push_back(
           {state, arc.nextstate, std::to_string(arc.olabel), {finite, 0.0, 0}, 0});

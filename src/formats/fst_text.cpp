@@ -113,7 +113,10 @@ std::string parseFstText(std::string_view text, Automaton& automaton) {
   FstLines lines(automaton, hasOneLabel);
   std::string error;
   forLines(text, [&](std::string_view line, const Columns& columns, int number) {
-    if (!lines.take(columns, number))
+    error = whyFull(automaton);
+    if (!error.empty())
+      error = "line " + std::to_string(number) + ": " + error;
+    else if (!lines.take(columns, number))
       error = "line " + std::to_string(number) + ": \"" + excerpt(line) + "\" is no arc " +
               (hasOneLabel ? "FROM TO LABEL COST" : "FROM TO IN OUT COST") +
               " and no final state STATE COST";

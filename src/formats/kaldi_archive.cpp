@@ -52,6 +52,7 @@ class KaldiLines {
 
   /// Returns "" or what is wrong with the line.
   std::string take(const std::string& line, int number) {
+    if (std::string error = whyFull(m_Automaton); !error.empty()) return error;
     const Columns columns(line);
     const bool isTaken =
         columns.count() <= 2 ? takeFinal(columns, number) : takeArc(columns, number);

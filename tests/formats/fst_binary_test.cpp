@@ -12,6 +12,8 @@
 
 #include "formats/dialect_writer.h"
 #include "formats/fst_binary.h"
+#include "formats/fst_text.h"
+#include "formats/kaldi_archive.h"
 #include "formats/lattice_input.h"
 #include "temporary_folder.h"
 
@@ -186,6 +188,9 @@ TEST_F(FstBinaryTest, SaysWhatIsWrong) {
                 " bytes");
   EXPECT_EQ(errorOf(withNumber<std::int32_t>(arcs + 8 + 12, -1)),
             "in.fst: byte " + std::to_string(arcs + 8 + 12) + ": an arc leads to no state");
+  EXPECT_EQ(errorOf(withNumber<std::int32_t>(arcs + 8 + 12, 3)), "");
+  EXPECT_EQ(errorOf(withNumber<std::int32_t>(arcs + 8 + 12, 4)),
+            "in.fst: a start or an arc leads to state 4, but there are 4");
   EXPECT_EQ(errorOf(withNumber<std::uint32_t>(arcs + 8 + 8, 0x7FC00000)),
             "in.fst: the cost of an arc of state 0 is no number");
 }
@@ -202,6 +207,38 @@ TEST_F(FstBinaryTest, CountsArcsOfStatesThatLieInARow) {
   const std::uint32_t many = 1000000000;
   std::memcpy(&bytes[firstState + 3 * 20 + 8], &many, sizeof many);
   EXPECT_EQ(errorOf(bytes), "in.fst: arcs are said to be 4, but states have 1000000004");
+  bytes = bytesOf(graph);
+  const std::int32_t target = 4;
+  std::memcpy(&bytes[bytes.size() - 4], &target, sizeof target);
+  EXPECT_EQ(errorOf(bytes), "in.fst: a start or an arc leads to state 4, but there are 4");
+}
+
+TEST(ManyArcs, AreRefusedInEveryFormat) {
+  const std::string beyond = "more than 4000000 arcs and final states, which is beyond any lattice";
+  const TemporaryFolder folder;
+  Automaton automaton;
+  automaton.arcs.reserve(4000001);
+  const auto haveArcs = [&](std::size_t count) {
+    automaton.arcs.resize(count);
+    automaton.finals.clear();
+  };
+  haveArcs(3999998);
+  EXPECT_EQ(parseFstText("0 1 a\n1\n", automaton), "");
+  haveArcs(3999999);
+  EXPECT_EQ(parseFstText("0 1 a\n1\n", automaton), "line 2: " + beyond);
+  haveArcs(3999999);
+  folder.write("in.lat", "u\n0 1 a\n1\n\n");
+  InputFile file;
+  ASSERT_EQ(file.open("in.lat"), "");
+  KaldiArchive archive(file);
+  std::string name;
+  std::string error;
+  ASSERT_TRUE(archive.nextName(name, error));
+  EXPECT_EQ(archive.read(automaton), "line 3: " + beyond);
+  haveArcs(3999995);  // the sample has four arcs and a final state
+  EXPECT_EQ(readFstBinary(sampleBytes(), automaton), "");
+  haveArcs(3999996);
+  EXPECT_EQ(readFstBinary(sampleBytes(), automaton), beyond);
 }
 
 /// Whatever is wrong is a message or a lattice, and the library prints nothing.
