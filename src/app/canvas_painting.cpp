@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "app/play_light.h"
 #include "app/rounded_box.h"
 
 namespace quorbel {
@@ -18,11 +19,6 @@ constexpr BoxColours kSelectedLabel{{1, 0, 0, 0.15}, {1, 0, 0, 0.5}};
 constexpr BoxColours kSelectedNode{{0, 1, 0, 0.4}, {0, 0, 1, 0.7}};
 constexpr BoxColours kHoveredLabel{{0, 0, 1, 0.15}, {0, 0, 1, 0.5}};
 constexpr BoxColours kHoveredNode{{1, 1, 0, 0.4}, {1, 0, 0, 0.7}};
-
-/// The sound's beginning lights up nothing, so that a stopped cursor leaves no mark at the start.
-constexpr double kFirstPlayPosition = 0.01;
-/// How far ahead of the play position nodes light up, as a fraction of the utterance.
-constexpr double kPlayAhead = 0.08;
 
 bool isVisible(const Box& box, const Box& area) {
   return box.left - kOutlineReach < area.left + area.width &&
@@ -145,11 +141,11 @@ void paintHighlights(const Cairo::RefPtr<Cairo::Context>& context, const CanvasM
       boxes.add(item, kHoveredLabel, kHoveredNode);
   boxes.paint(context, stamps);
 
-  if (!highlights.playPosition || !(*highlights.playPosition >= kFirstPlayPosition)) return;
+  if (!highlights.playPosition || !isAnyLit(*highlights.playPosition)) return;
   const double position = *highlights.playPosition;
   context->set_source_rgb(0, 1, 0);
   for (const LayoutItem& item : highlights.items) {
-    if (!item.isNode || !(position < item.time && item.time < position + kPlayAhead)) continue;
+    if (!item.isNode || !isLit(item.time, position)) continue;
     const Box box = nodeBox(mapping, item);
     if (isVisible(box, area)) context->rectangle(box.left, box.top, box.width, box.height);
   }

@@ -15,6 +15,7 @@ void MainWindow::on_shortest_path() {
   if (!m_refGraphImage) return;
   m_ShowPath = !m_ShowPath;
   setShowBestPath(m_Graph, m_ShowPath);
+  m_NewPath = m_ShowPath ? NewPath::Best : NewPath::None;
   renderGraph();
 }
 
@@ -23,6 +24,7 @@ void MainWindow::on_path_with_edge() {
   if (!m_SelectedEdges.empty()) {
     m_ShowPathWithEdge = true;
     setSelectedEdge(m_Graph, true, m_SelectedEdges.front());
+    m_NewPath = NewPath::WithEdge;
   } else if (m_ShowPathWithEdge) {
     m_ShowPathWithEdge = false;
     setSelectedEdge(m_Graph, false, m_Graph.selectedEdge);

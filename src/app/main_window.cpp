@@ -32,6 +32,7 @@ MainWindow::MainWindow(const std::string& startupPath)
   add(m_MainBox);
   addActions();
   buildInterface();
+  addKeys();
   m_MainBox.pack_start(m_HPaned, Gtk::PACK_EXPAND_WIDGET, 0);
   m_MainBox.pack_start(m_Statusbar, Gtk::PACK_SHRINK, 0);
   m_Statusbar.push(kNoFile, kFileContext);
@@ -69,7 +70,7 @@ void MainWindow::arrangePanes() {
   m_RightPaned.set_position(50);
   m_LowerPaned.pack1(m_InfoScroll, !kResize, kShrink);
   m_LowerPaned.pack2(m_GraphScroll, kResize, !kShrink);
-  m_LowerPaned.set_position(30);
+  m_LowerPaned.set_position(kInfoHeight);
 
   for (Gtk::ScrolledWindow* scroll : {&m_TreeScroll, &m_SoundScroll, &m_GraphScroll, &m_InfoScroll})
     scroll->set_policy(Gtk::POLICY_AUTOMATIC, Gtk::POLICY_AUTOMATIC);
@@ -80,10 +81,12 @@ void MainWindow::arrangePanes() {
 
   m_InfoView.set_buffer(m_refInfoBuffer);
   m_InfoView.set_editable(false);
+  m_InfoView.set_wrap_mode(Gtk::WRAP_WORD_CHAR);
   m_InfoView.set_justification(Gtk::JUSTIFY_CENTER);
 }
 
-/// Every handler runs after the toolkit's own.
+/// Handlers run after the toolkit's own, but for those of keys that would mean something else to
+/// it.
 void MainWindow::connectSignals() {
   constexpr bool kAfter = true;
   const auto connect = [this](auto signal, auto handler) {
@@ -99,6 +102,21 @@ void MainWindow::connectSignals() {
   connect(m_GraphArea.signal_button_press_event(), &MainWindow::on_graph_press);
   connect(signal_key_press_event(), &MainWindow::on_key_event);
   connect(signal_key_release_event(), &MainWindow::on_key_event);
+  connect(m_GraphArea.signal_query_tooltip(), &MainWindow::on_graph_tooltip);
+  connect(m_GraphArea.signal_map(), &MainWindow::on_graph_map);
+  connect(m_GraphArea.signal_button_release_event(), &MainWindow::on_graph_release);
+  for (Gtk::Adjustment* bar : {m_GraphScroll.get_hadjustment(), m_GraphScroll.get_vadjustment()})
+    connect(bar->signal_value_changed(), &MainWindow::on_graph_scrolled);
+  const auto connectBefore = [this](auto signal, auto handler) {
+    m_Connections.push_back(signal.connect(sigc::mem_fun(*this, handler), !kAfter));
+  };
+  connectBefore(signal_key_press_event(), &MainWindow::on_key_before);
+  connectBefore(m_FindBar.entry.signal_key_press_event(), &MainWindow::on_find_bar_key);
+  connectBefore(m_FindBar.signal_key_press_event(), &MainWindow::on_find_bar_key);
+  connect(m_FindBar.entry.signal_changed(), &MainWindow::on_find_text_changed);
+  connect(m_FindBar.previous.signal_clicked(), &MainWindow::on_find_previous);
+  connect(m_FindBar.next.signal_clicked(), &MainWindow::on_find_next);
+  connect(m_FindBar.close.signal_clicked(), &MainWindow::on_close_find_bar);
   connect(signal_show(), &MainWindow::on_window_show);
   connect(signal_hide(), &MainWindow::endProgram);
   m_Connections.push_back(signal_grab_notify().connect(  // a dialog or menu has come or gone

@@ -9,6 +9,7 @@
 #include <deque>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,6 +17,8 @@
 #include "app/box_stamps.h"
 #include "app/canvas_geometry.h"
 #include "app/command_run.h"
+#include "app/find_bar.h"
+#include "app/label_search.h"
 #include "app/scaled_picture.h"
 #include "dialogs/file_dialog.h"
 #include "lattice/graph.h"
@@ -79,6 +82,18 @@ class MainWindow : public Gtk::Window {
     Purpose purpose;
   };
 
+  /// A path that was switched on and not drawn yet.
+  enum class NewPath { None, Best, WithEdge };
+
+  /// The drawing as the pointer took hold of it.
+  struct CanvasDrag {
+    unsigned button;
+    double rootX, rootY;      ///< where on the screen
+    double scrollX, scrollY;  ///< how far the canvas was scrolled
+  };
+
+  static constexpr int kInfoHeight = 30;  ///< of the information text at first, pixels
+
   static constexpr guint kFileContext = 0;  ///< status bar: which file is open
   static constexpr guint kRunContext = 1;   ///< status bar: what is being done, and path totals
   static constexpr const char* kNoFile = "No file opened";  ///< first message of kFileContext
@@ -110,13 +125,14 @@ class MainWindow : public Gtk::Window {
   virtual bool on_graph_scroll(GdkEventScroll* event);   // zoom.cpp
   virtual bool on_graph_motion(GdkEventMotion* event);   // pointer.cpp: hover
   virtual bool on_graph_press(GdkEventButton* event);    // pointer.cpp: a double press selects
-  virtual bool on_key_event(GdkEventKey* event);         // pointer.cpp: the left Control key
+  virtual bool on_key_event(GdkEventKey* event);         // keys.cpp: the left Control key
   virtual bool on_play_tick();                           // sound_commands.cpp
 
   void addActions();      // actions.cpp
   void buildInterface();  // actions.cpp: menu bar and tool bar
   void arrangePanes();    // main_window.cpp
   void connectSignals();  // main_window.cpp
+  void addKeys();         // keys.cpp: keys that no menu shows
   void nameParts();       // accessible_names.cpp: for screen readers
   void endProgram();      // small_commands.cpp
 
@@ -153,13 +169,44 @@ class MainWindow : public Gtk::Window {
   void zoomBy(float factor);            // zoom.cpp
   void zoomTo(float zoom);              // zoom.cpp: keeps a point of the drawing in its place
 
-  Box visiblePart() const;                // scrolling_canvas.cpp: of the canvas
-  void scrollCanvas(double x, double y);  // scrolling_canvas.cpp
+  Box visiblePart() const;                    // scrolling_canvas.cpp: of the canvas
+  CanvasMapping comingMapping() const;        // scrolling_canvas.cpp
+  void scrollCanvas(double x, double y);      // scrolling_canvas.cpp
+  void showInMiddle(const LayoutItem& edge);  // scrolling_canvas.cpp
 
-  void clear_selection();      // attribute_tree.cpp
-  void clearAttributeTree();   // attribute_tree.cpp
-  void refillAttributeTree();  // attribute_tree.cpp
-  void invalidateViews();      // pointer.cpp: canvas and sound strip
+  void on_graph_map();                           // tooltip.cpp
+  bool on_graph_release(GdkEventButton* event);  // dragging.cpp
+  void beginDrag(const GdkEventButton& event);   // dragging.cpp
+  bool dragTo(const GdkEventMotion& event);      // dragging.cpp
+  void endDrag();                                // dragging.cpp
+  bool on_graph_tooltip(int x, int y, bool,
+                        const Glib::RefPtr<Gtk::Tooltip>& tooltip);  // tooltip.cpp
+  void forgetTooltip();                                              // tooltip.cpp
+  void showNewPath(NewPath path);                                    // following.cpp
+  void makeRoomForPathTexts();                                       // following.cpp
+  void followSound();                                                // following.cpp
+  void on_graph_scrolled();                                          // following.cpp
+  void drawingChanged();                                             // rendering.cpp
+
+  void on_find();                            // finding.cpp: opens the bar
+  void on_close_find_bar();                  // finding.cpp
+  void on_find_next();                       // finding.cpp
+  void on_find_previous();                   // finding.cpp
+  void on_find_text_changed();               // finding.cpp
+  void findStep(Step step);                  // finding.cpp: selects what is found
+  void findAgain();                          // finding.cpp
+  void findInNewDrawing();                   // finding.cpp
+  void sayFound();                           // finding.cpp
+  void forgetFound();                        // finding.cpp
+  bool isInFindBar();                        // finding.cpp
+  bool on_key_before(GdkEventKey* event);    // keys.cpp
+  bool on_find_bar_key(GdkEventKey* event);  // keys.cpp
+
+  void clear_selection();                                     // attribute_tree.cpp
+  void clearAttributeTree();                                  // attribute_tree.cpp
+  void refillAttributeTree();                                 // attribute_tree.cpp
+  void invalidateViews();                                     // pointer.cpp: canvas and sound strip
+  void selectEdge(const LayoutItem& edge, bool keepsOthers);  // pointer.cpp
 
   Gtk::VBox m_MainBox;
   Gtk::HPaned m_HPaned;
@@ -225,6 +272,26 @@ class MainWindow : public Gtk::Window {
   NodeItems m_NodeItems;      ///< finds the nodes among m_EdgeLayouts
   Waveform m_Waveform;        ///< columns of the loaded sound for the strip's width
   Glib::RefPtr<Gdk::Pixmap> m_refWaveformPicture;  ///< the strip without range and cursor, or empty
+
+  std::optional<CanvasDrag> m_CanvasDrag;
+  const LayoutItem* m_HoveredLink = nullptr;  ///< in m_EdgeLayouts: its label is under the pointer
+  const LayoutItem* m_TooltipLink = nullptr;  ///< in m_EdgeLayouts: what m_TooltipText tells of
+  Glib::ustring m_TooltipText;
+  NewPath m_NewPath = NewPath::None;
+  bool m_HasMadeRoom = false;              ///< for the words of the paths
+  bool m_IsFollowing = false;              ///< the window is scrolling the canvas by itself
+  std::optional<gint64> m_UserScrolledUs;  ///< when the canvas was last scrolled otherwise
+
+  Glib::RefPtr<Gtk::ActionGroup> m_refKeyActions;  ///< for keys that no menu shows
+  FindBar m_FindBar;                               ///< in the window once it was opened
+  Gtk::Widget* m_FocusBeforeFinding = nullptr;     ///< a part of the window, or none
+  std::set<unsigned> m_KeysOfFindBar;  ///< hardware codes of keys that the bar got and not let go
+  LabelSearch m_LabelSearch;
+  bool m_IsSearchIndexed = false;          ///< m_LabelSearch has the labels of m_EdgeLayouts
+  std::vector<std::size_t> m_FoundRanks;   ///< what the bar's text is found in
+  std::optional<std::size_t> m_FoundRank;  ///< the one found last, which need not have the text
+  LayoutItem m_FoundEdge;                  ///< the link of m_FoundRank
+  bool m_FindAfterRun = false;             ///< somebody typed into the bar during a run
 
   FileDialog m_LatticeDialog;  ///< empty until first used, as the others
   FileDialog m_SoundDialog;

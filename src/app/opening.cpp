@@ -114,6 +114,7 @@ void MainWindow::on_close() {
   m_ShowPath = m_ShowPathWithEdge = m_FileOpened = false;
   setSelectedEdge(m_Graph, false, noSelectedEdge());
   setShowBestPath(m_Graph, false);
+  m_NewPath = NewPath::None;
   m_EdgeLayouts.clear();
   m_NodeItems.index(m_EdgeLayouts);
 
@@ -124,6 +125,7 @@ void MainWindow::on_close() {
   m_BoxStamps.clear();
   closeSound();
   m_refInfoBuffer->set_text("");
+  drawingChanged();
   invalidateViews();
 }
 

@@ -42,12 +42,14 @@ void MainWindow::renderGraph() {
   }
   if (!showStage("Creating graph...")) return endRun();
   refreshSelectedEdgeScore(m_Graph);
+  const NewPath newPath = std::exchange(m_NewPath, NewPath::None);
   writeDotAndRun(m_Graph, std::nullopt,
                  [this](const std::string& line) { return runCommand(line); });
   if (!isRunWanted()) return endRun();
   m_Statusbar.pop(kRunContext);
 
   if (!showStage("Loading graph elements...")) return endRun();
+  forgetTooltip();
   readDotLayout(m_Graph, m_EdgeLayouts);
   m_NodeItems.index(m_EdgeLayouts);
   m_Statusbar.pop(kRunContext);
@@ -63,6 +65,9 @@ void MainWindow::renderGraph() {
   carrySelectionOver();
   invalidateViews();
   showPathTotals();
+  makeRoomForPathTexts();
+  showNewPath(newPath);
+  drawingChanged();
 }
 
 /// Shows a stage of the run in the status bar and lets pending events through. False when the run
@@ -91,6 +96,13 @@ void MainWindow::endRun() {
   setPointer(Gdk::LEFT_PTR);
   m_Statusbar.pop(kRunContext);
   invalidateViews();  // what was painted during the run is blank
+  drawingChanged();
+}
+
+/// Brings what looks at the drawing up to date with another one.
+void MainWindow::drawingChanged() {
+  forgetTooltip();
+  findInNewDrawing();
 }
 
 /// Gives selected edges their place in the new drawing. Edges that are no longer drawn keep theirs.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/main_window.h"
+#include "app/scrolling.h"
 
 namespace quorbel {
 
@@ -22,6 +23,26 @@ void MainWindow::scrollCanvas(double x, double y) {
   };
   scroll(*m_GraphScroll.get_hadjustment(), x, m_refShownImage->get_width());
   scroll(*m_GraphScroll.get_vadjustment(), y, m_refShownImage->get_height());
+}
+
+/// The mapping as it is once the toolkit has given the canvas the size that it asked for.
+CanvasMapping MainWindow::comingMapping() const {
+  const Box seen = visiblePart();
+  const Extent shown{m_refShownImage->get_width(), m_refShownImage->get_height()};
+  return mapCanvas({m_refGraphImage->get_width(), m_refGraphImage->get_height()},
+                   {m_Graph.layoutWidth, m_Graph.layoutHeight}, shown,
+                   {std::max(shown.width, seen.width), std::max(shown.height, seen.height)}, m_Zoom,
+                   seen.left, seen.top);
+}
+
+/// Scrolls so that the label of an edge lies in the middle of what is seen, as far as the borders
+/// allow.
+void MainWindow::showInMiddle(const LayoutItem& edge) {
+  if (!m_refShownImage) return;
+  const Box label = labelBox(comingMapping(), edge);
+  const Box seen = visiblePart();
+  scrollCanvas(scrollToMiddle(label.left, label.width, m_refShownImage->get_width(), seen.width),
+               scrollToMiddle(label.top, label.height, m_refShownImage->get_height(), seen.height));
 }
 
 }  // namespace quorbel

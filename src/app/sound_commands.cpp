@@ -82,6 +82,7 @@ void MainWindow::on_stop() { m_Audio.stop(); }
 bool MainWindow::on_play_tick() {
   m_Playing = m_Audio.isPlaying();
   if (m_Playing) m_PlayElapsedMs = elapsedMs(wallClock(), m_PlayStartMs);
+  followSound();
   invalidateViews();
   return m_Playing;
 }

@@ -70,6 +70,8 @@ struct Graph {
   bool hasSelectedEdge = false;  ///< `selectedEdge` was chosen; highlight the best path through it
   LayoutItem selectedEdge = noSelectedEdge();
 
+  double duration = 0.0;  ///< time of the last node in seconds, as the file has it
+
   std::unique_ptr<LatticeAdjacency> adjacency;  ///< none until a file gave a node count
   std::vector<Node> nodes;                      ///< as many as `adjacency->outgoing`, or none
 
@@ -93,6 +95,9 @@ struct Graph {
 
   std::string bestPathText;      ///< words along the best path, each followed by a blank
   std::string selectedPathText;  ///< the same for the best path through `selectedEdge`
+
+  std::vector<int> bestPathLinks;      ///< ids of the links of the best path
+  std::vector<int> selectedPathLinks;  ///< the same for the best path through `selectedEdge`
 };
 
 /// Name of the score that every cost, path and value label uses. One for the whole process: it

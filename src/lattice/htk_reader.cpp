@@ -263,6 +263,7 @@ void LatticeReading::finish() {
   LatticeAdjacency& adjacency = *m_Graph.adjacency;
   const std::size_t count = static_cast<std::size_t>(adjacency.nodeCount);
   const double lastTime = m_Graph.nodes[count - 1].time;
+  m_Graph.duration = lastTime;
   for (std::size_t i = 0; i < count; ++i) m_Graph.nodes[i].time /= lastTime;
   for (std::size_t i = 0; i < count; ++i) {
     for (Edge& edge : adjacency.outgoing[i])

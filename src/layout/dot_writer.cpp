@@ -1,5 +1,6 @@
 #include "layout/dot_writer.h"
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <locale>
@@ -32,6 +33,13 @@ class Path {
     std::vector<int> linkIds(m_Nodes.size(), -1);
     total = shortestPath(graph, m_Nodes, linkIds, throughSelected);
     m_LinkIds.insert(linkIds.begin(), linkIds.end());
+  }
+
+  /// The ids of the path's links, in no order.
+  std::vector<int> links() const {
+    std::vector<int> ids(m_LinkIds.begin(), m_LinkIds.end());
+    ids.erase(std::remove(ids.begin(), ids.end(), -1), ids.end());
+    return ids;
   }
 
   /// Whether the path has a link of that id. A link with the id -1, which also marks the unused
@@ -102,6 +110,8 @@ void writeDescription(Graph& graph, std::ostream& stream) {
   stream.imbue(std::locale::classic());
   graph.bestPathText.clear();
   graph.selectedPathText.clear();
+  graph.bestPathLinks.clear();
+  graph.selectedPathLinks.clear();
   Path best(graph, false, graph.bestPathScore);
   std::optional<Path> selected;
   if (graph.hasSelectedEdge) selected.emplace(graph, true, graph.selectedPathScore);
@@ -118,7 +128,11 @@ void writeDescription(Graph& graph, std::ostream& stream) {
   }
   writeLinks(graph, stream, best, selected);
   graph.bestPathText = best.text();
-  if (selected) graph.selectedPathText = selected->text();
+  graph.bestPathLinks = best.links();
+  if (selected) {
+    graph.selectedPathText = selected->text();
+    graph.selectedPathLinks = selected->links();
+  }
   stream << "}\n";
 }
 

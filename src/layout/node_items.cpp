@@ -10,6 +10,21 @@ void NodeItems::index(const std::vector<LayoutItem>& items) {
   for (std::size_t i = 0; i < items.size(); ++i)
     if (items[i].isNode) m_Positions.emplace_back(items[i].nodeIndex, i);
   std::sort(m_Positions.begin(), m_Positions.end());
+  m_Times.clear();
+  for (const auto& [node, position] : m_Positions)
+    if (!std::isnan(items[position].time)) m_Times.emplace_back(items[position].time, position);
+  std::sort(m_Times.begin(), m_Times.end());
+}
+
+std::pair<NodeItems::Times::const_iterator, NodeItems::Times::const_iterator> NodeItems::between(
+    double from, double to) const {
+  const auto first = std::upper_bound(
+      m_Times.begin(), m_Times.end(), from,
+      [](double time, const Times::value_type& item) { return time < item.first; });
+  const auto last = std::lower_bound(
+      first, m_Times.end(), to,
+      [](const Times::value_type& item, double time) { return item.first < time; });
+  return {first, last};
 }
 
 std::pair<NodeItems::Positions::const_iterator, NodeItems::Positions::const_iterator>

@@ -16,13 +16,17 @@ class TestWindow : public MainWindow {
   using MainWindow::canvasMapping;
   using MainWindow::clear_selection;
   using MainWindow::exportGraph;
+  using MainWindow::followSound;
   using MainWindow::invalidateViews;
   using MainWindow::on_about;
   using MainWindow::on_close;
+  using MainWindow::on_close_find_bar;
   using MainWindow::on_display_default;
   using MainWindow::on_display_selected_xml;
   using MainWindow::on_display_value;
   using MainWindow::on_export;
+  using MainWindow::on_find;
+  using MainWindow::on_find_next;
   using MainWindow::on_open_dialog;
   using MainWindow::on_open_sound;
   using MainWindow::on_path_with_edge;
@@ -51,6 +55,7 @@ class TestWindow : public MainWindow {
   using MainWindow::m_DragStartX;
   using MainWindow::m_EdgeLayouts;
   using MainWindow::m_FileOpened;
+  using MainWindow::m_FindBar;
   using MainWindow::m_FundingImage;
   using MainWindow::m_FundingItem;
   using MainWindow::m_Graph;
@@ -98,6 +103,7 @@ class TestWindow : public MainWindow {
   using MainWindow::m_Statusbar;
   using MainWindow::m_TickConnection;
   using MainWindow::m_TreeScroll;
+  using MainWindow::m_UserScrolledUs;
   using MainWindow::m_Waveform;
   using MainWindow::m_Zoom;
 };

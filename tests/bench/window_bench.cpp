@@ -1,7 +1,8 @@
 // How long the window takes to repaint a lattice of 1,000 links: one expose with every edge
-// selected and one under the pointer, one tick of the play cursor with a minute of sound, and one
-// step of the wheel over a picture of 17 million pixels. Each figure is the time until the display
-// has drawn everything. Runs on a display: scripts/with-display.
+// selected and one under the pointer, one tick of the play cursor with a minute of sound, a text
+// typed into the find bar until what it finds is marked, and one step of the wheel over a picture
+// of 17 million pixels. Each figure is the time until the display has drawn everything. Runs on a
+// display: scripts/with-display.
 
 #include <benchmark/benchmark.h>
 #include <gtk/gtk.h>
@@ -104,6 +105,27 @@ void benchTick(benchmark::State& state, TestWindow& window) {
   window.on_stop();
 }
 
+void workOff() {
+  while (Gtk::Main::events_pending()) Gtk::Main::iteration();
+  XSync(gdk_x11_get_default_xdisplay(), False);
+}
+
+/// A text typed into the find bar, whose links are in sight now and at the other end then.
+void benchFind(benchmark::State& state, TestWindow& window) {
+  window.on_find();
+  window.m_FindBar.entry.set_text("");
+  settle();
+  bool isFirst = false;
+  for (auto _ : state) {
+    isFirst = !isFirst;
+    window.m_FindBar.entry.set_text(isFirst ? "1" : "9");
+    workOff();
+    if (window.m_SelectedEdges.size() != 1) state.SkipWithError("nothing was found");
+  }
+  window.on_close_find_bar();
+  window.m_SelectedEdges.clear();
+}
+
 /// A picture of the size that a lattice of 100 nodes gets, opaque though it has room for more, as
 /// `dot` writes it.
 Glib::RefPtr<Gdk::Pixbuf> largePicture() {
@@ -118,11 +140,6 @@ Glib::RefPtr<Gdk::Pixbuf> largePicture() {
     }
   }
   return picture;
-}
-
-void workOff() {
-  while (Gtk::Main::events_pending()) Gtk::Main::iteration();
-  XSync(gdk_x11_get_default_xdisplay(), False);
 }
 
 void turnWheel(TestWindow& window, GdkScrollDirection direction) {
@@ -183,6 +200,7 @@ int main(int argc, char** argv) {
   };
   add("expose, 1000 links selected (should stay under 16 ms)", quorbel::benchExpose);
   add("play tick, a minute of sound (should stay under 5 ms)", quorbel::benchTick);
+  add("find, 1000 links, key to mark (should stay under 50 ms)", quorbel::benchFind);
   add("wheel step, 17 million pixels (should stay under 40 ms)", quorbel::benchWheel);
   benchmark::RunSpecifiedBenchmarks();
   return 0;

@@ -69,6 +69,10 @@ class Accessible:
         return self._property("Accessible", "Name")
 
     @property
+    def description(self):
+        return self._property("Accessible", "Description")
+
+    @property
     def children(self):
         return [Accessible(reference) for reference in self._call("Accessible", "GetChildren")]
 
