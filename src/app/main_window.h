@@ -274,7 +274,6 @@ class MainWindow : public Gtk::Window {
   Glib::RefPtr<Gdk::Pixmap> m_refWaveformPicture;  ///< the strip without range and cursor, or empty
 
   std::optional<CanvasDrag> m_CanvasDrag;
-  const LayoutItem* m_HoveredLink = nullptr;  ///< in m_EdgeLayouts: its label is under the pointer
   const LayoutItem* m_TooltipLink = nullptr;  ///< in m_EdgeLayouts: what m_TooltipText tells of
   Glib::ustring m_TooltipText;
   NewPath m_NewPath = NewPath::None;

@@ -115,6 +115,7 @@ void MainWindow::on_close() {
   setSelectedEdge(m_Graph, false, noSelectedEdge());
   setShowBestPath(m_Graph, false);
   m_NewPath = NewPath::None;
+  forgetTooltip();
   m_EdgeLayouts.clear();
   m_NodeItems.index(m_EdgeLayouts);
 

@@ -14,8 +14,7 @@ bool MainWindow::on_graph_motion(GdkEventMotion* event) {
     m_PointerX = static_cast<int>(event->x);
     m_PointerY = static_cast<int>(event->y);
   }
-  m_HoveredLink = edgeAt(canvasMapping(), m_EdgeLayouts, event->x, event->y);
-  const bool isOverLabel = m_HoveredLink != nullptr;
+  const bool isOverLabel = edgeAt(canvasMapping(), m_EdgeLayouts, event->x, event->y) != nullptr;
   if (isOverLabel || m_HoverShown) m_GraphArea.queue_draw();
   m_HoverShown = isOverLabel;
   return true;

@@ -22,10 +22,9 @@ bool MainWindow::on_graph_tooltip(int x, int y, bool, const Glib::RefPtr<Gtk::To
   GdkModifierType ignored;
   const bool isMoving = gtk_get_current_event_state(&ignored);
   if (!isMoving) {
-    const LayoutItem* const edge = edgeAt(canvasMapping(), m_EdgeLayouts, x, y);
-    m_TooltipLink = edge;
-    if (edge) m_TooltipText = userText(linkText(m_Graph, *edge));
-  } else if (m_TooltipLink != m_HoveredLink) {
+    m_TooltipLink = edgeAt(canvasMapping(), m_EdgeLayouts, x, y);
+    if (m_TooltipLink) m_TooltipText = userText(linkText(m_Graph, *m_TooltipLink));
+  } else if (m_TooltipLink && !labelBox(canvasMapping(), *m_TooltipLink).contains(x, y)) {
     m_TooltipLink = nullptr;
   }
   if (!m_TooltipLink) return false;
@@ -33,7 +32,7 @@ bool MainWindow::on_graph_tooltip(int x, int y, bool, const Glib::RefPtr<Gtk::To
   return true;
 }
 
-/// To be called when the drawing is another one.
-void MainWindow::forgetTooltip() { m_TooltipLink = m_HoveredLink = nullptr; }
+/// To be called before the drawing is another one.
+void MainWindow::forgetTooltip() { m_TooltipLink = nullptr; }
 
 }  // namespace quorbel
