@@ -98,7 +98,7 @@ class DrawingTest(ToolTest):
             f"J={i} S={i} E={i + 1} W=word{i} a=-1\n" for i in range(8)))
         svg = self.draw("--best", "--monochrome", "--width", 8.4, "--font", "DejaVu Sans",
                         source="words.slf")
-        self.assertLess(float(re.search(r'<svg width="(\d+)pt"', svg)[1]), 240)
+        self.assertLess(float(re.search(r'<svg width="([\d.]+)pt"', svg)[1]), 240)
         self.assertEqual([f"word{i}" for i in range(8)], self.texts(svg))
         self.assertGreater(svg.count('class="node"'), 9)
         self.assertEqual({"black", "lightgrey", "none", "transparent", "white"},
