@@ -39,6 +39,9 @@ class CommandRun {
   /// Ends the command in progress, if there is one, and all that it has started.
   void breakOff();
 
+  /// Whether the run before ended by breakOff.
+  bool isBrokenOff() const { return m_IsBrokenOff; }
+
  private:
   bool start(const std::string& commandLine);
   void onCommandEnd(GPid process, int status);

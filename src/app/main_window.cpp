@@ -19,7 +19,9 @@ MainWindow::MainWindow(const std::string& startupPath)
     : m_MainBox(false, 0),
       m_OpenButton(Gtk::Stock::OPEN),
       m_refInfoBuffer(Gtk::TextBuffer::create()),
-      m_StartupPath(startupPath) {
+      m_StartupPath(startupPath),
+      m_Import(LatticeImport::fromEnvironment(Glib::getenv("QUORBEL_IMPORTER"),
+                                              Glib::getenv("QUORBEL_LINKS"))) {
   if (!Glib::thread_supported()) Glib::thread_init();
   if (!m_Audio.init()) {
     std::cout << "openAL intialization failed. You will not be able to play sound" << std::endl;

@@ -19,6 +19,7 @@
 #include "app/command_run.h"
 #include "app/find_bar.h"
 #include "app/label_search.h"
+#include "app/lattice_import.h"
 #include "app/scaled_picture.h"
 #include "dialogs/file_dialog.h"
 #include "lattice/graph.h"
@@ -136,17 +137,18 @@ class MainWindow : public Gtk::Window {
   void nameParts();       // accessible_names.cpp: for screen readers
   void endProgram();      // small_commands.cpp
 
-  std::string build_sibling_menu(const std::string& path);           // opening.cpp
-  std::string folderForDialogs() const;                              // opening.cpp
-  void exportGraph(const std::string& format);                       // exporting.cpp
-  std::string askAndExport(const std::string& format);               // exporting.cpp
-  void loadMatchingSound(const std::string& latticePath);            // sound_commands.cpp
-  void loadSound();                                                  // sound_commands.cpp
-  void closeSound();                                                 // sound_commands.cpp
-  const Waveform& currentWaveform();                                 // sound_strip.cpp
-  Glib::RefPtr<Gdk::Pixmap> waveformPicture();                       // sound_strip.cpp
-  void show_error(Gtk::Window& parent, const std::string& message);  // errors.cpp
-  void sayWhenDrawn(const std::string& message);                     // errors.cpp
+  std::string build_sibling_menu(const std::string& path);                // opening.cpp
+  std::string folderForDialogs() const;                                   // opening.cpp
+  std::optional<ImportedLattice> importLattice(const std::string& path);  // importing.cpp
+  void exportGraph(const std::string& format);                            // exporting.cpp
+  std::string askAndExport(const std::string& format);                    // exporting.cpp
+  void loadMatchingSound(const std::string& latticePath);                 // sound_commands.cpp
+  void loadSound();                                                       // sound_commands.cpp
+  void closeSound();                                                      // sound_commands.cpp
+  const Waveform& currentWaveform();                                      // sound_strip.cpp
+  Glib::RefPtr<Gdk::Pixmap> waveformPicture();                            // sound_strip.cpp
+  void show_error(Gtk::Window& parent, const std::string& message);       // errors.cpp
+  void sayWhenDrawn(const std::string& message);                          // errors.cpp
 
   void renderGraph();                              // rendering.cpp
   void endRun();                                   // rendering.cpp
@@ -300,9 +302,10 @@ class MainWindow : public Gtk::Window {
   bool m_Exporting = false;     ///< one of them is an export
   bool m_RunBrokenOff = false;  ///< an exception left renderGraph and nobody has cleaned up yet
   std::deque<PutOffCommand> m_PutOff;
-  bool m_CarryingOut = false;         ///< one of m_PutOff is being carried out
-  sigc::connection m_LookConnection;  ///< they are about to be looked at
-  CommandRun m_Commands;              ///< runs `dot`
+  bool m_CarryingOut = false;             ///< one of m_PutOff is being carried out
+  sigc::connection m_LookConnection;      ///< they are about to be looked at
+  CommandRun m_Commands;                  ///< runs `dot`, and what imports lattices
+  std::optional<LatticeImport> m_Import;  ///< how lattices in other forms are opened, if they are
   bool m_Quitting = false;
   sigc::connection m_TickConnection;            ///< the play cursor, while sound plays
   std::vector<sigc::connection> m_Connections;  ///< cut before the members go

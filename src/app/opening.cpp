@@ -1,5 +1,7 @@
 // Opening and closing lattices: the open dialog, the menu of sibling files, the start-up lattice.
 
+#include <unistd.h>
+
 #include <fstream>
 
 #include "app/main_window.h"
@@ -20,30 +22,40 @@ bool isReadable(const std::string& path) {
   return Glib::file_test(path, Glib::FILE_TEST_IS_REGULAR) && std::ifstream(path).is_open();
 }
 
+/// As above, but a pipe is read by the program that imports it.
+bool isImportable(const std::string& path) {
+  return !Glib::file_test(path, Glib::FILE_TEST_IS_DIR) && access(path.c_str(), R_OK) == 0;
+}
+
+/// What the dialog lists. The second filter, for what the viewer imports, is the one in force.
+std::vector<FileFilter> latticeFilters(bool isImporting) {
+  std::vector<FileFilter> filters = {{"HTK files", {"*.htk", "*.lat"}}};
+  if (isImporting)
+    filters.push_back(
+        {"All lattices",
+         {"*.htk", "*.lat", "*.slf", "*.lat.gz", "*.slf.gz", "*.htk.gz", "*.fst", "*.kaldi.txt"}});
+  return filters;
+}
+
 }  // namespace
 
 void MainWindow::on_open_dialog() {
   if (putOffWhileRendering([this] { on_open_dialog(); })) return;
-  const auto path = askForFile(m_LatticeDialog, *this,
-                               {"Please choose a HTK file",
-                                Gtk::RESPONSE_OK,
-                                "HTK files",
-                                {"*.htk", "*.lat"},
-                                folderForDialogs()});
+  const auto path =
+      askForFile(m_LatticeDialog, *this,
+                 {"Please choose a HTK file", Gtk::RESPONSE_OK,
+                  latticeFilters(m_Import.has_value()), m_Import ? 1u : 0u, folderForDialogs()});
   if (path) open_lattice(build_sibling_menu(*path));
 }
 
-/// The launcher names the folder of a lattice that it has put an imported copy of here.
 std::string MainWindow::folderForDialogs() const {
-  const std::string given = Glib::getenv("QUORBEL_DIALOG_FOLDER");
-  return startFolder(m_CurrentDir, Glib::get_current_dir(),
-                     given.empty() ? Glib::get_home_dir() : given);
+  return startFolder(m_CurrentDir, Glib::get_current_dir(), Glib::get_home_dir());
 }
 
 /// Remembers the folder of `path` and lists the files beside it that share its stem (sound files
 /// apart) in the menu of the open button. Returns the base name. Throws Glib::FileError for a
 /// folder that cannot be listed, and std::out_of_range for a file that shares the stem and has a
-/// name of fewer than three characters.
+/// name of fewer than three characters (such as "63" in /dev/fd, a pipe: those are for importing).
 std::string MainWindow::build_sibling_menu(const std::string& path) {
   const std::string suffixOfSounds = "wav";
   std::string baseName = Glib::path_get_basename(path);
@@ -53,7 +65,8 @@ std::string MainWindow::build_sibling_menu(const std::string& path) {
   Glib::Dir folder(m_CurrentDir);
   for (const std::string& name : std::vector<std::string>(folder.begin(), folder.end())) {
     if (stemOf(name) != stemOf(baseName)) continue;
-    if (name.substr(name.size() - suffixOfSounds.size()) == suffixOfSounds) continue;
+    const bool isLikePipe = m_Import && name.size() < suffixOfSounds.size();
+    if (!isLikePipe && name.substr(name.size() - suffixOfSounds.size()) == suffixOfSounds) continue;
     const bool hasMnemonic = true;
     auto* item = Gtk::manage(new Gtk::MenuItem(userText(name), !hasMnemonic));
     item->signal_activate().connect(
@@ -73,11 +86,19 @@ void MainWindow::open_lattice(const std::string& name) {
   if (putOffWhileRendering(openAsNow, Purpose::kOpenLattice)) return;
   on_close();
   const std::string path = m_CurrentDir + "/" + name;
-  if (!isReadable(path)) {
+  if (!(m_Import ? isImportable(path) : isReadable(path))) {
     show_error(*this, path + " : file not found or permission denied");
     return;
   }
-  if (const std::string error = readHtkLattice(m_Graph, path); !error.empty()) {
+  ImportedLattice lattice = {path, "", ""};
+  if (m_Import) {
+    const std::optional<ImportedLattice> imported = importLattice(path);
+    if (!imported) return;
+    lattice = *imported;
+  }
+  std::string error = lattice.error;
+  if (error.empty()) error = readHtkLattice(m_Graph, lattice.readPath);
+  if (!error.empty()) {
     show_error(*this, error);
     return;
   }
@@ -86,7 +107,7 @@ void MainWindow::open_lattice(const std::string& name) {
   if (!m_FileOpened) return;  // closed while it was drawn
   on_zoom_fit();
   m_Statusbar.push(userText("graph : " + path), kFileContext);
-  set_title(userText(PRODUCT_NAME + " - " + path));
+  set_title(userText(PRODUCT_NAME + " - " + path + lattice.note));
   loadMatchingSound(path);
 }
 

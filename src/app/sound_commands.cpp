@@ -19,9 +19,13 @@ std::int32_t wallClock() {
 
 }  // namespace
 
-/// A lattice whose path has no dot keeps the sound path of the one before.
+/// A lattice whose path has no dot keeps the sound path of the one before, unless lattices are
+/// imported.
 void MainWindow::loadMatchingSound(const std::string& latticePath) {
-  if (const auto path = matchingSoundPath(latticePath)) m_SoundPath = *path;
+  if (m_Import)
+    m_SoundPath = soundBeside(latticePath);
+  else if (const auto path = matchingSoundPath(latticePath))
+    m_SoundPath = *path;
   m_SoundLoaded = false;
   m_SoundArea.queue_draw();
   if (access(m_SoundPath.c_str(), R_OK) == 0) loadSound();
@@ -53,8 +57,8 @@ void MainWindow::on_open_sound() {
   const auto path = askForFile(m_SoundDialog, *this,
                                {"Please choose a sound file",
                                 Gtk::RESPONSE_ACCEPT,
-                                "Sound files",
-                                {"*.wav", "*.raw"},
+                                {{"Sound files", {"*.wav", "*.raw"}}},
+                                0,
                                 folderForDialogs()});
   if (!path) return;
   m_SoundPath = *path;

@@ -22,10 +22,11 @@ void clearTypedName(Gtk::Widget& part) {
   }
 }
 
-void chooseFirstFilter(Gtk::FileChooserDialog& dialog) {
+void chooseFilter(Gtk::FileChooserDialog& dialog, std::size_t index) {
   GtkFileChooser* const chooser = GTK_FILE_CHOOSER(dialog.gobj());
   GSList* const filters = gtk_file_chooser_list_filters(chooser);
-  if (filters) gtk_file_chooser_set_filter(chooser, GTK_FILE_FILTER(filters->data));
+  void* const filter = g_slist_nth_data(filters, static_cast<guint>(index));
+  if (filter) gtk_file_chooser_set_filter(chooser, GTK_FILE_FILTER(filter));
   g_slist_free(filters);
 }
 
@@ -38,9 +39,10 @@ FileDialog makeFileDialog(Gtk::Window& parent, const Glib::ustring& title,
   return dialog;
 }
 
-FileDialogUse::FileDialogUse(Gtk::FileChooserDialog& dialog, const std::string& folder)
+FileDialogUse::FileDialogUse(Gtk::FileChooserDialog& dialog, const std::string& folder,
+                             std::size_t filter)
     : m_Dialog(dialog) {
-  chooseFirstFilter(dialog);
+  chooseFilter(dialog, filter);
   dialog.unselect_all();
   clearTypedName(dialog);
   dialog.set_current_folder(folder);

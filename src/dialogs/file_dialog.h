@@ -28,11 +28,12 @@ using FileDialog = std::unique_ptr<Gtk::FileChooserDialog, LeaveToToolkit>;
 FileDialog makeFileDialog(Gtk::Window& parent, const Glib::ustring& title,
                           Gtk::FileChooserAction action);
 
-/// One question asked with a dialog: begins as with a new dialog, in `folder` (a full path) and its
-/// first filter, with nothing chosen or typed in; the dialog is off the screen when this is gone.
+/// One question asked with a dialog: begins as with a new dialog, in `folder` (a full path) and the
+/// given one of its filters, if it has any, with nothing chosen or typed in; the dialog is off the
+/// screen when this is gone.
 class FileDialogUse {
  public:
-  FileDialogUse(Gtk::FileChooserDialog& dialog, const std::string& folder);
+  FileDialogUse(Gtk::FileChooserDialog& dialog, const std::string& folder, std::size_t filter = 0);
   ~FileDialogUse() { m_Dialog.hide(); }
   FileDialogUse(const FileDialogUse&) = delete;
   FileDialogUse& operator=(const FileDialogUse&) = delete;

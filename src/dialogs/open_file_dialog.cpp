@@ -16,7 +16,7 @@ void addFilter(Gtk::FileChooserDialog& dialog, const Glib::ustring& name,
 FileDialog makeOpenDialog(Gtk::Window& parent, const OpenFileRequest& request) {
   FileDialog dialog = makeFileDialog(parent, request.title, Gtk::FILE_CHOOSER_ACTION_OPEN);
   dialog->add_button(Gtk::Stock::OPEN, request.openResponse);
-  addFilter(*dialog, request.filterName, request.patterns);
+  for (const FileFilter& filter : request.filters) addFilter(*dialog, filter.name, filter.patterns);
   addFilter(*dialog, "Any files", {"*"});
   return dialog;
 }
@@ -26,7 +26,7 @@ FileDialog makeOpenDialog(Gtk::Window& parent, const OpenFileRequest& request) {
 std::optional<std::string> askForFile(FileDialog& dialog, Gtk::Window& parent,
                                       const OpenFileRequest& request) {
   if (!dialog) dialog = makeOpenDialog(parent, request);
-  const FileDialogUse use(*dialog, request.folder);
+  const FileDialogUse use(*dialog, request.folder, request.filterInForce);
   if (dialog->run() != request.openResponse) return std::nullopt;
   return dialog->get_filename();
 }

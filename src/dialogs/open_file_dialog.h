@@ -10,13 +10,19 @@
 
 namespace quorbel {
 
+/// A choice of files that a dialog lists.
+struct FileFilter {
+  Glib::ustring name;
+  std::vector<Glib::ustring> patterns;  ///< such as "*.lat"
+};
+
 /// What a dialog that opens files says and shows.
 struct OpenFileRequest {
   Glib::ustring title;
-  Gtk::ResponseType openResponse;       ///< what the Open button answers
-  Glib::ustring filterName;             ///< of the filter in force; "Any files" is the other one
-  std::vector<Glib::ustring> patterns;  ///< of the filter in force, such as "*.lat"
-  std::string folder;                   ///< shown first, a full path; see startFolder
+  Gtk::ResponseType openResponse;   ///< what the Open button answers
+  std::vector<FileFilter> filters;  ///< "Any files" comes after them
+  std::size_t filterInForce;        ///< which of them the dialog begins with
+  std::string folder;               ///< shown first, a full path; see startFolder
 };
 
 /// Asks the user for a file over `parent`. Returns its full path in the file system's encoding,

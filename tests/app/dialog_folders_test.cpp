@@ -58,17 +58,6 @@ TEST_F(DialogFolders, AreHomeForALatticeAmongTheWorkFiles) {
   expectFolder(Glib::get_home_dir(), all);
 }
 
-TEST_F(DialogFolders, AreThatOfTheImportedLatticeForItsCopyAmongTheWorkFiles) {
-  const std::string talks = (folder.path() / "talks").string();
-  setenv("QUORBEL_DIALOG_FOLDER", (talks + "/").c_str(), 1);
-  openLattice(kTwoWords, "imported.lat");
-  expectFolder(talks, all);
-  std::filesystem::create_directory("others");
-  openLattice(kTwoWords, "others/monday.lat");
-  expectFolder((folder.path() / "others").string(), all);
-  unsetenv("QUORBEL_DIALOG_FOLDER");
-}
-
 TEST_F(DialogFolders, MayBeGone) {
   openLattice(kTwoWords, "talks/monday.lat");
   std::filesystem::remove_all(folder.path() / "talks");

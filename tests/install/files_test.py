@@ -80,7 +80,9 @@ class DesktopTest(unittest.TestCase):
 
     def test_desktop_entry_starts_the_command_on_a_lattice(self):
         entry = desktop_entry()
-        self.assertEqual(("Application", "quorbel --import %f", "quorbel", f"{MIME_TYPE};", "false"),
+        self.assertEqual(("Application", "quorbel --import %f", "quorbel",
+                          f"{MIME_TYPE};application/x-htk-lattice-gzip;text/x-kaldi-lattice;"
+                          "application/x-openfst;", "false"),
                          tuple(entry[key] for key in ("Type", "Exec", "Icon", "MimeType",
                                                       "Terminal")))
 
@@ -129,8 +131,16 @@ class FileTypeTest(unittest.TestCase):
         return re.search(r"standard::content-type: (\S+)", said)[1]
 
     def test_names_of_lattices(self):
-        for name in ("a.lat", "a.htk", "a.1.lat"):
+        for name in ("a.lat", "a.htk", "a.1.lat", "a.slf"):
             self.assertEqual(MIME_TYPE, self.type_of(name, b"anything\n"))
+        others = {"a.lat.gz": "application/x-htk-lattice-gzip",
+                  "a.htk.gz": "application/x-htk-lattice-gzip",
+                  "a.slf.gz": "application/x-htk-lattice-gzip",
+                  "a.kaldi.txt": "text/x-kaldi-lattice", "a.fst": "application/x-openfst"}
+        for name, file_type in others.items():
+            self.assertEqual(file_type, self.type_of(name, b"anything\n"))
+        self.assertEqual({MIME_TYPE, *others.values()},
+                         set(desktop_entry()["MimeType"].rstrip(";").split(";")))
         self.assertNotEqual(MIME_TYPE, self.type_of("a.slat", b"anything\n"))
 
     def test_examples_are_told_by_their_content(self):

@@ -3,7 +3,6 @@
 Needs QUORBEL_STAGING, the folder that the program was installed to, and QUORBEL_SOURCE.
 """
 
-import gzip
 import os
 import pathlib
 import re
@@ -417,38 +416,13 @@ class EndTest(LauncherCase):
         self.assertEqual([], list(self.runtime.glob("quorbel/*")))
 
     def test_signal_before_the_process_is_known_ends_it(self):
-        (self.folder / "talk.slf").write_text(PLAIN)
-        importer = self.launcher.parent / "quorbel-lattice"
-        importer.write_text('#!/bin/sh\ntouch "$NOTES/importer"\nexec sleep 600\n')
-        importer.chmod(0o755)
         self.launcher.write_text(re.sub(r'(?m)^( *setsid .* &)$', r"\1 kill -s TERM $$",
                                         self.launcher.read_text()))
         self.assertEqual(1, self.launcher.read_text().count("kill -s TERM $$\n"))
-        for arguments in ((), ("--import", "talk.slf")):
-            with self.subTest(arguments=arguments):
-                self.assertEqual((128 + signal.SIGTERM, "", ""),
-                                 self.run_to_end(*arguments, act="exec sleep 600"))
-                self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
+        self.assertEqual((128 + signal.SIGTERM, "", ""), self.run_to_end(act="exec sleep 600"))
+        self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
         for notes in self.taken_notes():
             self.assertFalse(is_alive(notes.process_id))
-
-    def test_signals_end_the_importer_and_start_no_viewer(self):
-        importer = self.launcher.parent / "quorbel-lattice"
-        importer.write_text('#!/bin/sh\necho $$ >"$NOTES/new"; mv "$NOTES/new" "$NOTES/importer"\n'
-                            'exec sleep 600\n')
-        importer.chmod(0o755)
-        (self.folder / "talk.slf").write_text(PLAIN)
-        for number in (signal.SIGINT, signal.SIGTERM):
-            with self.subTest(signal=number):
-                process = self.start("--import", "talk.slf")
-                self.wait_for((self.notes / "importer").exists, "importer")
-                process.send_signal(number)
-                output, errors = process.communicate(timeout=PATIENCE_S)
-                self.assertEqual((128 + number, b"", b""), (process.returncode, output, errors))
-                self.assertFalse(is_alive(int((self.notes / "importer").read_text())))
-                self.assertEqual([], self.taken_notes())
-                self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
-                (self.notes / "importer").unlink()
 
     def test_viewer_that_cannot_be_started(self):
         (self.root / "usr" / "lib" / "quorbel" / "quorbel").unlink()
@@ -459,12 +433,6 @@ class EndTest(LauncherCase):
 
 
 PLAIN = "N=2 L=1\nI=0 t=0\nI=1 t=0.5\nJ=0 S=0 E=1 W=hello a=-1.5\n"
-IMPORTED = """VERSION=1.1
-N=2 L=1
-I=0 t=0
-I=1 t=0.5
-J=0 S=0 E=1 W=<w in='hello'/> TOTAL=-1.5 a=-1.5 post=0
-"""
 
 
 class DotTest(LauncherCase):
@@ -539,109 +507,65 @@ class DotTest(LauncherCase):
 
 
 class ImportTest(LauncherCase):
-    """With the real companion program."""
+    """The viewer imports; the launcher only names what with."""
+
+    TELL = 'printf "%s" "${QUORBEL_IMPORTER-none} ${QUORBEL_LINKS-none}"'
 
     def setUp(self):
         super().setUp()
-        shutil.copy(STAGING / "bin" / "quorbel-lattice", self.launcher.parent)
-        self.write("talk.slf", PLAIN.encode())
+        self.importer = self.launcher.parent / "quorbel-lattice"
+        self.importer.write_text("#!/bin/sh\ntouch \"$NOTES/importer\"\n")
+        self.importer.chmod(0o755)
+        (self.folder / "talk.slf").write_text(PLAIN)
 
-    def write(self, name, content):
-        (self.folder / os.fsdecode(name)).write_bytes(content)
-
-    def opens_a_copy(self, lattice, copy, *files):
-        """The viewer gets a copy in its work folder, and nothing is left of it."""
-        line = f"quorbel: {self.folder}/{lattice} is opened as an imported copy\n"
-        self.assertEqual((0, IMPORTED, line),
-                         self.run_to_end("--import", lattice, act='cat -- "$1"'))
+    def told(self, *arguments, **environment):
+        self.environment.update(environment)
+        status, output, errors = self.run_to_end(*arguments, "talk.slf", act=self.TELL)
+        self.assertEqual((0, ""), (status, errors))
         notes = self.last_notes()
-        self.assertEqual([os.fsencode(notes.folder / copy)], notes.arguments)
-        listed = " ".join([copy, "images", *files]).split()
-        self.assertEqual(sorted(listed), sorted(notes.files))
-        self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
+        self.assertEqual([os.fsencode(self.folder / "talk.slf")], notes.arguments)
+        self.assertEqual(["images"], notes.files)
+        return output
 
-    def test_lattice_of_another_form_is_opened_as_a_copy(self):
-        self.opens_a_copy("talk.slf", "talk.lat")
+    def test_importer_is_named_and_the_lattice_left_alone(self):
+        importer, links = self.told("--import").split(" ")
+        self.assertTrue(os.path.samefile(self.importer, importer))
+        self.assertEqual("none", links)
+        self.assertFalse((self.notes / "importer").exists())
         self.assertEqual(PLAIN, (self.folder / "talk.slf").read_text())
-        self.assertEqual(["talk.slf"], os.listdir(self.folder))
 
-    def test_compressed_lattice_is_opened_as_a_copy(self):
-        self.write("two words.1.slf.gz", gzip.compress(PLAIN.encode()))
-        self.opens_a_copy("two words.1.slf.gz", "two words.lat")
+    def test_number_of_links_is_handed_on(self):
+        for words in (("--links", "50"), ("--links=50",)):
+            self.assertEqual("50", self.told("--import", *words).split(" ")[1])
+        self.assertEqual("all", self.told("--links", "all", "--import").split(" ")[1])
 
-    def test_hidden_lattice_is_opened_as_a_copy(self):
-        self.write(".slf", PLAIN.encode())
-        self.opens_a_copy(".slf", "lattice.lat")
-
-    def test_hidden_lattice_takes_no_sound_of_another(self):
-        self.write(".talk.slf", PLAIN.encode())
-        self.write("lattice.wav", b"of another")
-        self.write("talk.wav", b"of another")
-        self.opens_a_copy(".talk.slf", "lattice.lat")
-        self.write(".wav", b"sound")  # where the viewer looks for the sound of a hidden lattice
-        self.opens_a_copy(".talk.slf", "lattice.lat", "lattice.wav")
-        self.assertEqual("sound", self.run_to_end("--import", ".talk.slf", act="cat lattice.wav")[1])
-
-    def test_lattice_of_a_name_as_long_as_names_can_be_is_opened_as_a_copy(self):
-        for stem, extension, copy in (("n" * 251, ".slf", "n" * 251 + ".lat"),
-                                      ("n" * 252, ".gz", "lattice.lat"),
-                                      ("n" * 255, "", "lattice.lat"),
-                                      ("\u00fc" * 125 + "nn", ".gz", "lattice.lat")):
-            with self.subTest(stem=len(stem), extension=extension):
-                self.write(stem + extension, PLAIN.encode())
-                self.opens_a_copy(stem + extension, copy)
-
-    def test_pipe_is_opened_as_a_copy_whatever_its_form(self):
-        for content in (PLAIN, IMPORTED):
-            os.mkfifo(self.folder / "pipe")
-            process = self.start("--import", "pipe", act='cat -- "$1"')
-            (self.folder / "pipe").write_text(content)
-            output, _ = process.communicate(timeout=PATIENCE_S)
-            self.assertEqual((0, IMPORTED), (process.returncode, output.decode()))
-            self.assertTrue(self.last_notes().arguments[0].endswith(b"/pipe.lat"))
-            (self.folder / "pipe").unlink()
-
-    def test_without_the_companion_the_lattice_is_opened_itself(self):
-        importer = self.launcher.parent / "quorbel-lattice"
-        importer.unlink()
-        status, _, errors = self.run_to_end("--import", "talk.slf")
-        self.assertEqual(0, status)
-        self.assertRegex(errors, r"\Aquorbel: nothing can be imported: there is no program "
-                                 r"\S*/quorbel-lattice\n\Z")
-        self.assertEqual([os.fsencode(self.folder / "talk.slf")], self.last_notes().arguments)
-
-    def test_sound_beside_the_lattice_goes_with_it(self):
-        self.write("talk.wav", b"sound")
-        self.opens_a_copy("talk.slf", "talk.lat", "talk.wav")
-        self.assertEqual(0, self.run_to_end("--import", "talk.slf",
-                                            act='cat talk.wav > "$NOTES/heard"')[0])
-        self.assertEqual(b"sound", (self.notes / "heard").read_bytes())
-        self.assertEqual(b"sound", (self.folder / "talk.wav").read_bytes())
-
-    def test_dialogs_start_beside_the_lattice_itself(self):
-        tell = 'printf %s "${QUORBEL_DIALOG_FOLDER:-home}"'
-        self.assertEqual(f"{self.folder}/",
-                         self.run_to_end("--import", "talk.slf", act=tell)[1])
-        self.assertEqual("home", self.run_to_end("talk.slf", act=tell)[1])
-
-    def test_lattice_in_the_viewers_form_is_opened_itself(self):
-        self.write("talk.lat", IMPORTED.encode())
-        self.assertEqual([os.fsencode(self.folder / "talk.lat")],
-                         self.given("--import", "talk.lat").arguments)
+    def test_number_of_links_is_one(self):
+        for word in ("0", "-3", "5x", "", "none", "1000000000"):
+            self.assertEqual((2, "", f"quorbel: --links takes a number or all, not: {word}\n"),
+                             self.run_to_end("--import", "--links", word))
+        self.assertEqual((2, "", "quorbel: option without its value: --links\n"),
+                         self.run_to_end("--import", "--links"))
+        self.assertEqual((2, "", "quorbel: --links goes with --import\n"),
+                         self.run_to_end("--links", "5"))
 
     def test_without_the_option_nothing_is_imported(self):
-        self.assertEqual([os.fsencode(self.folder / "talk.slf")],
-                         self.given("talk.slf").arguments)
+        self.assertEqual("none none", self.told())
+        self.assertEqual("none none", self.told(QUORBEL_IMPORTER="/bin/false", QUORBEL_LINKS="7"))
 
-    def test_without_a_lattice_there_is_nothing_to_import(self):
-        self.assertEqual([], self.given("--import").arguments)
+    def test_links_of_the_surroundings_are_not_handed_on(self):
+        self.assertEqual("none", self.told("--import", QUORBEL_LINKS="7").split(" ")[1])
 
-    def test_what_cannot_be_imported_is_left_to_the_viewer(self):
-        self.write("talk.slf", PLAIN.replace("E=1", "E=7").encode())
-        status, output, errors = self.run_to_end("--import", "talk.slf")
-        self.assertEqual((0, ""), (status, output))
-        self.assertRegex(errors, r"\Aquorbel-lattice: .*talk\.slf: line 4: .*\n\Z")
-        self.assertEqual([os.fsencode(self.folder / "talk.slf")], self.last_notes().arguments)
+    def test_without_the_companion_nothing_can_be_imported(self):
+        self.importer.unlink()
+        status, output, errors = self.run_to_end("--import", "talk.slf", act=self.TELL)
+        self.assertEqual((0, "none none"), (status, output))
+        self.assertRegex(errors, r"\Aquorbel: nothing can be imported: there is no program "
+                                 r"\S*/quorbel-lattice\n\Z")
+
+    def test_files_of_importing_go_with_the_work_folder(self):
+        self.assertEqual(0, self.run_to_end("--import", "talk.slf",
+                                            act="touch imported.lat import.answer import.log")[0])
+        self.assertEqual([], list((self.runtime / "quorbel").iterdir()))
 
 
 if __name__ == "__main__":

@@ -70,18 +70,32 @@ class LauncherTest(ViewerTest):
         self.write("plain.slf", re.sub("<w in='([a-z]*)'[^>]*>", r"\1", SMALL))
         write_sound(self.folder / "plain.wav", seconds=1)
         viewer = self.start("--import", STRICT, "plain.slf")
-        self.becomes("Quorbel - ", lambda: viewer.title()[:10])
-        copy = viewer.work_folder / "plain.lat"
-        self.becomes((f"Quorbel - {copy}", f"graph : {copy}"),
+        path = self.folder / "plain.slf"
+        self.becomes((f"Quorbel - {path} (imported)", f"graph : {path}"),
                      lambda: (viewer.title(), viewer.status()))
         self.assertEqual(SMALL_DESCRIPTION.replace(" / zu", "").replace(" / dir", ""),
                          viewer.description())
         viewer.press("Shortest path")
         self.becomes("Shortest Path : 1.75", viewer.status)
         self.leave(viewer)
-        self.assertEqual(("", f"quorbel: {self.folder}/plain.slf is opened as an imported copy\n"),
-                         (viewer.output, viewer.errors))
+        self.assertEqual(("", ""), (viewer.output, viewer.errors))
         self.nothing_is_left("small.lat", "plain.slf", "plain.wav")
+
+    def test_large_lattice_is_shown_as_its_likeliest_links(self):
+        decoder = (pathlib.Path(os.environ["QUORBEL_EXAMPLES"]) / "decoder.slf").resolve()
+        for words, note in ((), "296 of 790"), (("--links", "60"), "60 of 790"):
+            viewer = self.start("--import", *words, STRICT, str(decoder))
+            self.becomes(f"Quorbel - {decoder} ({note} links)", viewer.title)
+            self.leave(viewer)
+            self.assertEqual(("", ""), (viewer.output, viewer.errors))
+
+    def test_what_cannot_be_imported_is_said_by_the_importer(self):
+        self.write("bad.slf", "N=2\nI=0 t=0\nI=1 t=1\nJ=0 S=0 E=7 W=a a=1\n")
+        viewer = self.start("--import", STRICT, "bad.slf")
+        self.assertEqual(f"{self.folder}/bad.slf: line 4: link 0 enters node 7, but nodes are 0 to 1",
+                         viewer.error())
+        self.becomes(("Quorbel", "No file opened"), lambda: (viewer.title(), viewer.status()))
+        self.leave(viewer)
 
     def test_lattice_is_opened_and_nothing_is_left(self):
         write_sound(self.folder / "small.wav", seconds=1)

@@ -92,6 +92,33 @@ class ImportTest(ToolTest):
             self.assertEqual(IMPORTED, self.read("copy.lat"), name)
             (self.folder / "copy.lat").unlink()
 
+    def test_keeps_the_likeliest_links_of_a_larger_lattice(self):
+        self.succeeds("import", "talk.slf", "talk.lat")
+        self.succeeds("prune", "talk.slf", "pruned.lat", "--links", 3)
+        links = self.read("talk.lat").count("J=")
+        kept = self.read("pruned.lat").count("J=")
+        self.assertLess(kept, links)
+        told = ("import", "--tell-links", "--unless-dialect", "--links", 3, "--links-above")
+        for name in ("talk.slf", "talk.lat"):
+            self.assertEqual(f"{kept} of {links} links\n",
+                             self.succeeds(*told, links - 1, name, "copy.lat"))
+            self.assertEqual(self.read("pruned.lat").count("J="), self.read("copy.lat").count("J="))
+            (self.folder / "copy.lat").unlink()
+        self.assertEqual(f"{links} of {links} links\n",
+                         self.succeeds(*told, links, "talk.slf", "copy.lat"))
+        self.assertEqual(IMPORTED, self.read("copy.lat"))
+        (self.folder / "copy.lat").unlink()
+        self.assertEqual("", self.succeeds(*told, links, "talk.lat", "copy.lat"))
+        self.assertFalse((self.folder / "copy.lat").exists())
+
+    def test_keeps_all_links_of_a_cyclic_lattice(self):
+        self.write("ring.slf", "N=3\nI=0\nI=1\nI=2\nstart=0 end=2\nJ=0 S=0 E=1 W=a a=-1\n"
+                               "J=1 S=1 E=0 W=b a=-1\nJ=2 S=1 E=2 W=c a=-1\n")
+        result = self.run_tool("import", "--tell-links", "--links", 1, "ring.slf", "copy.lat")
+        self.assertEqual(0, result.returncode)
+        self.assertRegex(result.stderr, "ring.slf: .*cycle.*, so all links stay")
+        self.assertEqual(3, len(re.findall("(?m)^J=.*W=<w in='[abc]'", self.read("copy.lat"))))
+
     def test_reads_compressed_files(self):
         self.write("talk.slf.gz", gzip.compress((self.folder / "talk.slf").read_bytes()))
         self.succeeds("import", "talk.slf.gz", "talk.lat")
