@@ -1,6 +1,7 @@
 // How long the finished program quorbel-lattice takes for lattices as decoders write them: to
 // import a large one, beside OpenFst's tools on the same graph, to get from one of usual size to a
-// picture, to print very many paths, and to find one utterance of many in an archive.
+// picture, to print very many paths and sentences, to compare with a reference, and to find one
+// utterance of many in an archive.
 
 #include <benchmark/benchmark.h>
 
@@ -52,13 +53,24 @@ void BM_ToPicture(benchmark::State& state) {
 /// The last step of that, nearly all of which is the run of `dot`.
 void BM_Picture(benchmark::State& state) { runEach(state, kProgram + " draw small.lat small.png"); }
 
-/// The 100,000 best paths through 10,000 links, each of some 250.
-void BM_Best(benchmark::State& state) {
+const std::string& linksOfManyWords() {
   static const DecoderLattice files = writeDecoderLattice(2500, 10000, 10);
-  runEach(state, kProgram + " best " + files.slfFile + " --nbest 100000 >/dev/null 2>best.log");
+  return files.slfFile;
 }
 
-/// The same of three nodes with a loop, where there is a limit to going around.
+/// The 100,000 best paths through 10,000 links, each of some 250.
+void BM_Best(benchmark::State& state) {
+  runEach(state, kProgram + " best " + linksOfManyWords() +
+                     " --nbest 100000 --repeats >/dev/null 2>best.log");
+}
+
+/// As many sentences, of which no two say the same.
+void BM_Sentences(benchmark::State& state) {
+  runEach(state,
+          kProgram + " best " + linksOfManyWords() + " --nbest 100000 >/dev/null 2>best.log");
+}
+
+/// Sentences of three nodes with a loop, where there is a limit to going around.
 void BM_Around(benchmark::State& state) {
   std::ofstream("loop.slf") << "start=0 end=2\nN=3 L=3\nI=0 t=0\nI=1 t=1\nI=2 t=2\n"
                                "J=0 S=0 E=1 W=a a=-1\nJ=1 S=1 E=1 W=b a=-1\n"
@@ -74,8 +86,18 @@ void BM_Archive(benchmark::State& state) {
                      " 2>archive.log");
 }
 
-constexpr const char* kNames[] = {"slf-import", "slf-openfst", "slf-to-picture", "slf-picture",
-                                  "slf-best",   "slf-around",  "kaldi-archive"};
+/// The oracle path through 10,000 links beside 100 words.
+void BM_Oracle(benchmark::State& state) {
+  static const DecoderLattice files = writeDecoderLattice(2502, 10000, 25);
+  std::ofstream reference("reference");
+  for (int word = 1; word <= 100; ++word) reference << "WORD" << 197 * word << " ";
+  reference << std::endl;
+  runEach(state, kProgram + " oracle " + files.slfFile + " --reference reference >/dev/null");
+}
+
+constexpr const char* kNames[] = {"slf-import",  "slf-openfst", "slf-to-picture",
+                                  "slf-picture", "slf-best",    "slf-sentences",
+                                  "slf-around",  "slf-oracle",  "kaldi-archive"};
 
 std::string timeOf(const std::string& name) { return name + "/iterations:5/real_time"; }
 
@@ -85,8 +107,9 @@ std::string timeOf(const std::string& name) { return name + "/iterations:5/real_
 int main(int argc, char** argv) {
   using namespace quorbel;
   benchmark::Initialize(&argc, argv);
-  void (*const runs[])(benchmark::State&) = {BM_Import, BM_OpenFst, BM_ToPicture, BM_Picture,
-                                             BM_Best,   BM_Around,  BM_Archive};
+  void (*const runs[])(benchmark::State&) = {BM_Import,  BM_OpenFst, BM_ToPicture,
+                                             BM_Picture, BM_Best,    BM_Sentences,
+                                             BM_Around,  BM_Oracle,  BM_Archive};
   for (std::size_t i = 0; i < std::size(runs); ++i)
     benchmark::RegisterBenchmark(kNames[i], runs[i])
         ->UseRealTime()
@@ -103,7 +126,10 @@ int main(int argc, char** argv) {
   reporter.printRatio("drawing's share of that", {timeOf("slf-picture")},
                       {timeOf("slf-to-picture")}, 1);
   reporter.printSeconds("the 100000 best paths of 10000 links, seconds", {timeOf("slf-best")}, 30);
+  reporter.printSeconds("as many different sentences, seconds", {timeOf("slf-sentences")}, 30);
   reporter.printSeconds("as many around one loop, seconds", {timeOf("slf-around")}, 30);
+  reporter.printSeconds("the oracle path of 10000 links beside 100 words, seconds",
+                        {timeOf("slf-oracle")}, 1);
   reporter.printSeconds("the last utterance of a Kaldi archive of 10 MB, seconds",
                         {timeOf("kaldi-archive")}, 1);
   return 0;
