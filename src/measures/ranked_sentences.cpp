@@ -39,7 +39,7 @@ void RankedSentences::search(std::size_t count) {
     const std::vector<Step> steps = walk(m_Found.back());
     exact.push_back(pathAlong(steps).score);
     addTurns(steps);
-    constexpr std::size_t kSome = 100;
+    constexpr std::size_t kSome = 4;
     const std::size_t wanted = count - m_Found.size();
     if (m_Candidates.size() > 2 * wanted + kSome) keepCandidates(wanted);
   }
