@@ -11,7 +11,7 @@ test_packages=(libgtest-dev libxtst-dev dbus dbus-daemon libatk-adaptor libgail-
 package_packages=(dpkg-dev lintian)
 lint_packages=(clang-format clang-tidy shellcheck git)
 fuzz_packages=(clang libclang-rt-dev)
-bench_packages=(libbenchmark-dev libfst-tools libgtest-dev)
+bench_packages=(libbenchmark-dev libfst-tools libgtest-dev xdot gir1.2-gtk-3.0 python3-gi)
 bare_packages=(debootstrap debian-archive-keyring git)
 
 # stop LINE: ends the script with a line that says why
