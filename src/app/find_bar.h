@@ -9,8 +9,9 @@ class FindBar : public Gtk::HBox {
  public:
   FindBar();
 
-  /// Says what was found, both on the bar and to a screen reader, which hears of the label, too.
-  void say(const Glib::ustring& found, const Glib::ustring& label);
+  /// Says what was found, the text, both on the bar and to a screen reader, which hears of the
+  /// label, too.
+  void say(const Glib::ustring& text, const Glib::ustring& label);
 
   /// Turns the entry red or back.
   void setMissing(bool isMissing);

@@ -55,7 +55,7 @@ void MainWindow::followSound() {
   if (!light) return;
   // A quarter of the way, so that what comes next is in sight, too.
   const double x =
-      scrollWithin(light->left - seen.width / 4, m_refShownImage->get_width(), seen.width);
+      scrollWithin(light->left - seen.width / 4.0, m_refShownImage->get_width(), seen.width);
   const bool isAtHeight =
       light->top >= seen.top && light->top + light->height <= seen.top + seen.height;
   const double y = isAtHeight ? seen.top

@@ -39,9 +39,11 @@ double startOf(const LayoutItem& edge, const std::vector<LayoutItem>& items,
 std::string shownLabel(const LayoutItem& edge) {
   const std::string from = std::to_string(edge.startNode);
   const std::string to = std::to_string(edge.endNode);
+  std::string name = from;
+  name.append("->").append(to);
   std::string text;
   for (const LabelLine& line :
-       labelLines(edge.label, {{'G', "G"}, {'E', from + "->" + to}, {'T', from}, {'H', to}})) {
+       labelLines(edge.label, {{'G', "G"}, {'E', name}, {'T', from}, {'H', to}})) {
     if (!text.empty()) text += ' ';
     text += line.text;
   }
