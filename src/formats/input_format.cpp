@@ -28,6 +28,11 @@ bool isFinal(std::string_view line) {
   return columns.count() >= 1 && columns.count() <= 2 && isState(columns[0]);
 }
 
+/// A final state of Kaldi's: its weight has several costs.
+bool isKaldiFinal(std::string_view line) {
+  return isFinal(line) && (Columns(line).count() == 1 || line.find(',') != std::string_view::npos);
+}
+
 /// Takes the next line off a text; "" when nothing is left.
 std::string_view takeLine(std::string_view& text) {
   const std::size_t end = std::min(text.find('\n'), text.size());
@@ -52,13 +57,14 @@ bool isKaldiBinary(std::string_view bytes) {
          bytes.substr(blank, 3) == std::string_view(" \0B", 3);
 }
 
-/// A name on a line, then states and arcs. Utterances without any may stand before it.
+/// A name on a line, then states and arcs. Utterances without any may stand before it. A line of
+/// several words before one that might be a final state is a reference text.
 bool isKaldiText(std::string_view bytes) {
   for (;;) {
     const std::string_view name = takeLineThatSays(bytes);
     if (name.empty() || isArc(name)) return false;
     const std::string_view next = takeLine(bytes);
-    if (isArc(next) || isFinal(next)) return true;
+    if (isArc(next) || (isKaldiFinal(next) && Columns(name).count() == 1)) return true;
     const bool mayBeName = name.find('=') == std::string_view::npos && name[0] != '#';
     if (!saysNothing(next) || !mayBeName || bytes.empty()) return false;
   }
@@ -66,7 +72,7 @@ bool isKaldiText(std::string_view bytes) {
 
 bool isFstText(std::string_view bytes) {
   const std::string_view first = takeLineThatSays(bytes);
-  return isArc(first) || (isFinal(first) && saysNothing(takeLine(bytes)));
+  return isArc(first) || (isFinal(first) && takeLineThatSays(bytes).empty());
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <optional>
+#include <utility>
 
 #include "formats/columns.h"
 #include "words/decimal.h"
@@ -63,6 +64,8 @@ class KaldiLines {
   }
 
  private:
+  /// A state of infinite cost is none where a path can end: so states are written that have no
+  /// arcs.
   bool takeFinal(const Columns& columns, int number) {
     AutomatonFinal final;
     final.line = number;
@@ -70,7 +73,8 @@ class KaldiLines {
     if (!takeState(columns[0], final.state)) return false;
     if (final.hasWeight && !takeWeight(columns[1], final.weight)) return false;
     beginAt(final.state);
-    m_Automaton.finals.push_back(final);
+    const bool isInfinite = columns[1].find(kInfiniteCost) != std::string_view::npos;
+    if (!isInfinite) m_Automaton.finals.push_back(final);
     return true;
   }
 
@@ -107,24 +111,38 @@ class KaldiLines {
 
   /// The state of the first line is the start.
   void beginAt(int state) {
-    if (m_Automaton.arcs.empty() && m_Automaton.finals.empty()) m_Automaton.start = state;
+    if (!std::exchange(m_IsBegun, true)) m_Automaton.start = state;
   }
 
   Automaton& m_Automaton;
+  bool m_IsBegun = false;
   bool m_IsPlain = false;  ///< an arc had a transition id in a column of its own
 };
 
 }  // namespace
 
 bool KaldiArchive::nextName(std::string& name, std::string& error) {
-  if (!skipRest(error)) return false;
-  std::string line;
-  do {
-    if (!m_File.nextLine(line, error)) return false;
-    name = nameOn(line);
-  } while (name.empty());
-  m_IsInside = true;
-  return true;
+  lookAhead();
+  m_IsAhead = false;
+  name = m_NextName;
+  error = m_NextError;
+  m_IsInside = !name.empty();
+  return m_IsInside;
+}
+
+bool KaldiArchive::isLast() {
+  lookAhead();
+  return m_NextName.empty() && m_NextError.empty();
+}
+
+/// Looks for the next name, unless that was done.
+void KaldiArchive::lookAhead() {
+  if (std::exchange(m_IsAhead, true)) return;
+  m_NextName.clear();
+  m_NextError.clear();
+  if (!skipRest(m_NextError)) return;
+  for (std::string line; m_NextName.empty() && m_File.nextLine(line, m_NextError);)
+    m_NextName = nameOn(line);
 }
 
 /// Returns whether the file could be read so far.

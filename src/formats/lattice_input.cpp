@@ -45,6 +45,8 @@ bool LatticeInput::goOn() {
   return true;
 }
 
+bool LatticeInput::isLast() { return !m_Archive || m_Archive->isLast(); }
+
 bool LatticeInput::skipRest() {
   std::string name;
   std::string error = m_Error.empty() ? begin() : "";

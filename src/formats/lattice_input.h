@@ -37,6 +37,9 @@ class LatticeInput {
   /// it. False where nothing can follow.
   bool goOn();
 
+  /// After next(): whether no further lattice follows. An archive is read on to the next name.
+  bool isLast();
+
   /// Whether error() is that no lattice has the name that was asked for.
   bool isWithoutUtterance() const { return m_IsWithoutUtterance; }
 

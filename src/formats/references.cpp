@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::size_t kAmbiguous = std::numeric_limits<std::size_t>::max();
 constexpr const char* kBlanks = " \t\r\f\v";
+constexpr std::string_view kByteOrderMark =
+    "\xEF\xBB\xBF";  // of an editor that writes UTF-8 with it
 
 std::string atLine(std::size_t index, const std::string& reason) {
   return "line " + std::to_string(index + 1) + ": " + reason;
@@ -41,6 +43,12 @@ std::vector<std::string> fieldsOf(std::string_view line) {
 
 bool isBlank(const std::string& line) {
   return line.find_first_not_of(kBlanks) == std::string::npos;
+}
+
+std::string withoutBlanksAround(const std::string& text) {
+  const std::size_t begin = text.find_first_not_of(kBlanks);
+  if (begin == std::string::npos) return "";
+  return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
 }
 
 /// Whether a line of NIST's says nothing, or is a comment.
@@ -107,6 +115,8 @@ std::string stemOf(const std::string& path) {
 }
 
 std::string References::parse(std::string_view text) {
+  if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark)
+    text.remove_prefix(kByteOrderMark.size());
   const std::vector<std::string> lines = linesOf(text);
   m_IsLabelFile = !lines.empty() && lines[0].substr(0, 7) == "#!MLF!#";
   if (m_IsLabelFile) return parseLabels(lines);
@@ -144,7 +154,7 @@ std::string References::parseTrn(const std::vector<std::string>& lines) {
     std::vector<std::string> words = fieldsOf(lines[i].substr(0, begin));
     if (std::find(words.begin(), words.end(), "{") != words.end())
       return atLine(i, "alternatives in braces are not read");
-    const std::string name = lines[i].substr(begin + 1, end - begin - 1);
+    const std::string name = withoutBlanksAround(lines[i].substr(begin + 1, end - begin - 1));
     if (std::string error = add(i, name, std::move(words)); !error.empty()) return error;
   }
   return "";
@@ -185,7 +195,7 @@ const std::vector<std::string>* References::find(const LatticeNames& names) {
   for (const std::string& name : {names.utterance, names.path, stemOf(names.path)})
     if (const auto found = m_Names.find(name); !name.empty() && found != m_Names.end())
       return take(found->second);
-  for (const std::string& name : {stemOf(names.utterance), stemOf(names.path)})
+  for (const std::string& name : {names.utterance, stemOf(names.utterance), stemOf(names.path)})
     if (const auto found = m_Aliases.find(name);
         !name.empty() && found != m_Aliases.end() && found->second != kAmbiguous)
       return take(found->second);

@@ -27,7 +27,8 @@ class References {
 
   /// The words of a lattice's reference, UTF-8, found by the name of its utterance, its path or
   /// that without folder and extension; null when there is none. In a master label file names
-  /// count without folder and extension too. Stays valid as long as this object.
+  /// count without folder and extension too, and the whole name of an utterance before its stem.
+  /// Stays valid as long as this object.
   const std::vector<std::string>* find(const LatticeNames& names);
 
   /// The names of the references that were not found for any lattice, in the order of the file.

@@ -5,6 +5,7 @@
 #include "drawing/drawing.h"
 #include "tool/commands.h"
 #include "tool/lattice_set.h"
+#include "tool/reading_arguments.h"
 
 namespace quorbel {
 namespace {
@@ -58,11 +59,13 @@ void addPaperOptions(CLI::App& command, DrawingOptions& options) {
       .add_option("--font-size", options.fontSize,
                   "Draw all so large that letters have this size (14; with --width 8)")
       ->type_name("POINTS")
+      ->check(whyNoNumber)
       ->check(CLI::Range(kSmallest, kLargest));
   command
       .add_option("--width", options.width,
                   "Close together, in as many rows as keep to this width, or smaller")
       ->type_name("CENTIMETRES")
+      ->check(whyNoNumber)
       ->check(CLI::Range(kNarrowest, kWidest));
 }
 

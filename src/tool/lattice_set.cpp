@@ -15,6 +15,12 @@
 
 namespace quorbel {
 
+namespace {
+
+constexpr const char* kStandardInput = "-";
+
+}  // namespace
+
 /// The lattices of one command. What is counted and said is the main thread's.
 class LatticeSet {
  public:
@@ -87,8 +93,9 @@ void LatticeSet::workOnFile(const std::string& path, Results& results) {
   const bool isFirstOnly = m_Arguments.reading.utterance || (isWritten() && !m_Arguments.to);
   for (bool isFirst = true;; isFirst = false) {
     LatticeJob job(*this, results);
-    job.m_Path = job.m_Name = path;
-    job.m_IsFirst = isFirst;
+    job.m_Path = path;
+    job.m_Name = path == kStandardInput ? "standard input" : path;
+    job.m_IsAlone = isFirst && !m_IsSet;
     job.m_IsOneOfMany = m_IsSet;
     if (!workOnNext(input, job) || isFirstOnly) return;
   }
@@ -120,7 +127,10 @@ bool LatticeSet::workOnNext(LatticeInput& input, LatticeJob& job) {
     error = input.error();
     if (isRead) {
       job.m_IsOfArchive = !input.names().empty();
-      if (isArchiveTaken(input)) job.m_Name += ": " + lattice.utterance;
+      if (isArchiveTaken(input)) {
+        job.m_Name += ": " + lattice.utterance;
+        job.m_IsAlone = job.m_IsAlone && input.isLast();
+      }
       job.m_Title = lattice.utterance.empty() ? stemOf(job.m_Path) : lattice.utterance;
       job.m_PlainText = input.takePlainText();
       error = m_Work(lattice, job);
@@ -136,7 +146,8 @@ bool LatticeSet::workOnNext(LatticeInput& input, LatticeJob& job) {
 /// Counts a lattice that is done with; `error` is "" when it did not fail.
 void LatticeSet::count(const LatticeJob& job, CommandResult error) {
   ++(error.empty() ? m_Done : m_Failed);
-  const bool isNamed = error.compare(0, job.m_Path.size(), job.m_Path) == 0;
+  const bool isNamed =
+      error.compare(0, job.m_Path.size(), job.m_Path) == 0 || error.rfind(job.m_Name, 0) == 0;
   if (job.m_IsOneOfMany && !isNamed && !error.empty()) error = job.m_Name + ": " + error;
   if (job.m_IsOneOfMany && !error.empty()) say(error);
   if (m_FirstError.empty()) m_FirstError = error;
@@ -160,7 +171,8 @@ CommandResult LatticeSet::write(
     const LatticeJob& job, const std::string& extension,
     const std::function<CommandResult(const std::string& path)>& writeTo) {
   if (!m_Arguments.to) return writeTo(m_Arguments.more[0]);
-  const std::string name = job.m_IsOfArchive ? job.m_Title : stemOf(job.m_Path);
+  const bool isByTitle = job.m_IsOfArchive || job.m_Path == kStandardInput;
+  const std::string name = isByTitle ? job.m_Title : stemOf(job.m_Path);
   const std::string path = outputIn(*m_Arguments.to, name, extension);
   CommandResult error = m_Outputs->claim(path);
   return error.empty() ? writeTo(path) : error;

@@ -49,8 +49,8 @@ class LatticeJob {
   /// Whether there may be other lattices, from which this one is to be told.
   bool isOneOfMany() const { return m_IsOneOfMany; }
 
-  /// Whether it is the first of its file.
-  bool isFirst() const { return m_IsFirst; }
+  /// Whether it is the only lattice of the command.
+  bool isAlone() const { return m_IsAlone; }
 
   /// Whether its file is an archive.
   bool isOfArchive() const { return m_IsOfArchive; }
@@ -92,7 +92,7 @@ class LatticeJob {
   std::string m_Name;
   std::string m_Title;
   bool m_IsOneOfMany = false;
-  bool m_IsFirst = false;
+  bool m_IsAlone = false;
   bool m_IsOfArchive = false;
   std::optional<std::string> m_PlainText;
   std::shared_ptr<std::string> m_Error = std::make_shared<std::string>();  ///< of the actions

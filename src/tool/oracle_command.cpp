@@ -59,8 +59,8 @@ std::string OracleWork::readReferences() {
 
 const std::vector<std::string>* OracleWork::referenceOf(const WordLattice& lattice,
                                                         const LatticeJob& job) {
-  const bool isAlone = job.isFirst() && (job.isOfArchive() || !job.isOneOfMany());
-  const LatticeNames names = {lattice.utterance, job.isOfArchive() ? "" : job.path(), isAlone};
+  const LatticeNames names = {lattice.utterance, job.isOfArchive() ? "" : job.path(),
+                              job.isAlone()};
   const std::lock_guard<std::mutex> lock(m_Mutex);
   return m_References.find(names);
 }

@@ -11,12 +11,11 @@ namespace {
 constexpr double kSmallest = 1e-6;
 constexpr double kLargest = 1e6;
 
-/// CLI11's own check of a range lets "nan" pass.
+}  // namespace
+
 std::string whyNoNumber(const std::string& text) {
   return wholeNumber(text) ? "" : text + " is no number";
 }
-
-}  // namespace
 
 void addReadingOptions(CLI::App& command, ReadingOptions& options) {
   CLI::Option_group* group = command.add_option_group("How IN is read");

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "formats/dialect_writer.h"
+#include "formats/input_format.h"
 #include "formats/lattice_input.h"
 #include "temporary_folder.h"
 
@@ -153,6 +154,15 @@ TEST_F(KaldiArchiveTest, ScalesAcousticCosts) {
   EXPECT_EQ(read("u\n0 1 a Infinity,1,\n1\n\n").links[0].total, -1000000.5);
 }
 
+TEST_F(KaldiArchiveTest, EndsInNoStateOfInfiniteCost) {
+  EXPECT_EQ(read("u\n0 1 a 1,1,\n0 2 b 1,1,\n1\n2 Infinity,Infinity,\n\n").nodes.size(), 3U);
+  EXPECT_EQ(m_Lattice.nodes.back().fileIndex, 1);
+  EXPECT_EQ(read("u\n7 0,Infinity,\n7 1 a\n1\n\n").nodes[0].fileIndex, 7);
+  EXPECT_EQ(m_Lattice.links.size(), 1U);
+  EXPECT_EQ(errorOf("u\n0 1 a\n1 Infinity,Infinity\n\n"),
+            "in.lat: line 1: an utterance without a final state, so no path ends");
+}
+
 TEST_F(KaldiArchiveTest, GivesOneLatticeAfterTheOther) {
   m_Folder.write("in.lat", "one \n0 1 a\n1\n\n\ntwo words\n0 1 b\n1\n\nthree\n0 1 c\n1\n");
   LatticeInput input("in.lat", m_Options);
@@ -181,6 +191,10 @@ TEST_F(KaldiArchiveTest, IsKnownByWhatItHolds) {
   EXPECT_EQ(wordsOf("12\n0 1 a\n1\n\n"), Texts({"a"}));       // a number for a name
   EXPECT_EQ(wordsOf("a=b\r\n0 1 a\r\n1\r\n"), Texts({"a"}));  // other line ends
   EXPECT_EQ(wordsOf("\n\nu\n0 1 a\n1"), Texts({"a"}));        // no line end at the end
+  EXPECT_EQ(errorOf("1\n\n2\n0 1 a\n1\n\n"), "in.lat: line 1: an utterance without arcs");
+  // Tables of words and reference texts are none, whatever numbers are in them.
+  for (const char* other : {"<eps> 0\n1 1\n2 2\n", "0001 good day\n0002 yes\n", "0001 yes\n0002\n"})
+    EXPECT_EQ(formatOf(other), InputFormat::Slf) << other;
   EXPECT_EQ(errorOf("utt \xFF words\n"), "in.lat: line 1: \"utt\" is no field KEY=VALUE");
   EXPECT_EQ(errorOf(std::string("utt \0B\x4", 7)),
             "in.lat: a binary archive of Kaldi's; write it as text: lattice-copy ark:FILE ark,t:-");

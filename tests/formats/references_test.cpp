@@ -39,6 +39,19 @@ TEST(References, ReadTrn) {
   EXPECT_EQ(found(references, {"talk-3", "", false}), (Texts{"bad", "(day)"}));
 }
 
+TEST(References, ReadFilesOfOtherSystems) {
+  References text;
+  ASSERT_EQ(text.parse("\xEF\xBB\xBFone good day\r\n"), "");
+  EXPECT_EQ(found(text, {"one", "", true}), (Texts{"good", "day"}));
+  References trn;
+  ASSERT_EQ(trn.parse("good day ( one )\r\nbad day (\ttwo)\r\n"), "");
+  EXPECT_EQ(found(trn, {"one", "", false}), (Texts{"good", "day"}));
+  EXPECT_EQ(found(trn, {"two", "", false}), (Texts{"bad", "day"}));
+  References labels;
+  ASSERT_EQ(labels.parse("\xEF\xBB\xBF#!MLF!#\r\n\"*/one.lab\"\r\nday\r\n.\r\n"), "");
+  EXPECT_EQ(found(labels, {"one", "", false}), (Texts{"day"}));
+}
+
 TEST(References, ReadMasterLabelFiles) {
   References references;
   ASSERT_EQ(
@@ -48,6 +61,13 @@ TEST(References, ReadMasterLabelFiles) {
   EXPECT_EQ(found(references, {"", "lattices/one.lat", false}), (Texts{"good", "3 o'clock"}));
   EXPECT_EQ(found(references, {"/data/two.plp", "", false}), (Texts{"7", "day", "it's", "über"}));
   EXPECT_EQ(references.unused(), (Texts{}));
+}
+
+TEST(References, FindLabelFilesByUtterancesWithPointsInTheirNames) {
+  References references;
+  ASSERT_EQ(references.parse("#!MLF!#\n\"*/talk.plp.lab\"\nplp\n.\n\"*/talk.lab\"\nday\n.\n"), "");
+  EXPECT_EQ(found(references, {"talk.plp", "", false}), (Texts{"plp"}));
+  EXPECT_EQ(found(references, {"talk.mfc", "", false}), (Texts{"day"}));
 }
 
 TEST(References, LeaveOutLabelFilesOfTheSameNameInTwoFolders) {

@@ -129,6 +129,7 @@ class DrawingTest(ToolTest):
 
     def test_refuses_sizes_that_are_none(self):
         for option, value in (("--width", "0"), ("--width", "501"), ("--font-size", "0.5"),
+                              ("--width", "nan"), ("--font-size", "nan"),
                               ("--font-size", "x")):
             self.assertIn(option, self.fails("draw", "talk.slf", "out.pdf", option, value))
 

@@ -46,12 +46,23 @@ class SetsTest(ToolTest):
         self.assertEqual("quorbel-lattice: 5 lattices done\n", result.stderr)
         self.assertEqual(list("zabct"), [line[0] for line in result.stdout.splitlines()[::2]])
 
+    def test_the_standard_input_is_called_so_and_its_output_after_its_utterance(self):
+        for text, said in ((BAD, BAD_LINE.format("standard input") +
+                            "quorbel-lattice: 0 lattices done, 1 failed\n"),
+                           (TALK, "quorbel-lattice: 1 lattice done\n")):
+            result = subprocess.run([PROGRAM, "import", "-", "--to", "out"], cwd=self.folder,
+                                    input=text, text=True, capture_output=True, timeout=100)
+            self.assertEqual(said, result.stderr)
+        self.assertEqual(["talk.lat"], os.listdir(self.folder / "out"))
+
     def test_a_folder_has_what_is_called_or_begins_like_a_lattice(self):
         self.write("talks/d.lat.gz", gzip.compress(TALK.replace("talk", "d").encode()))
         self.write("talks/lat.1", ARCHIVE)
         self.write("talks/e", "# a comment\n" + TALK.replace("talk", "e"))
         for name in ("words.txt", "notes.txt", ".hidden.slf", "sound.wav", "f.ctm"):
             self.write(f"talks/{name}", "utt 1 0 good\n")
+        self.write("talks/numbers.txt", "<eps> 0\n1 1\n2 2\n")
+        self.write("talks/text", "0001 good day\n0002 yes\n")
         (self.folder / "talks/g.lat").mkdir()
         words, said = self.best("talks", "--words", self.write("table", WORDS))
         self.assertEqual(self.said("a", "b", "c", "d", "e", "talk-1") + ["talk-2 day"], words)
@@ -224,6 +235,24 @@ class OracleTest(ToolTest):
                          self.fails("oracle", "talk.slf", "--reference", "twice"))
         self.assertIn("--alignment excludes --tsv",
                       self.fails("oracle", "talk.slf", "--reference", "twice", "--tsv", "--alignment"))
+
+    def test_plain_words_are_those_of_an_archive_of_one_utterance_only(self):
+        words = self.write("words.txt", WORDS)
+        self.write("lat.1", ARCHIVE)
+        self.write("lat.2", ARCHIVE[:ARCHIVE.index("talk-2")] + "\n")
+        result = self.oracle("talk-2 day\n", "--tsv", "--words", words, lattices=("lat.1",), status=1)
+        self.assertEqual("quorbel-lattice: lat.1: talk-1: no reference in reference\n"
+                         "quorbel-lattice: 1 lattice done, 1 failed\n", result.stderr)
+        self.oracle("good day\n", "--words", words, lattices=("lat.2", "lat.2"), status=1)
+        for arguments in (("lat.2",), ("lat.1", "--utterance", "talk-1")):
+            result = self.oracle("good day\n", "--tsv", "--words", words, lattices=arguments)
+            self.assertIn("talk-1\t2\t0\t0\t0\t0\t0\t0\t", result.stdout)
+
+    def test_the_labels_that_best_writes_are_references(self):
+        self.write("monday.slf", TALK.replace("talk", "talk.plp"))
+        labels = self.run_tool("best", "monday.slf", "talk.slf", "--format", "htk").stdout
+        result = self.oracle(labels, "--tsv", lattices=("monday.slf", "talk.slf"))
+        self.assertEqual("quorbel-lattice: 2 lattices done\n", result.stderr)
 
     def test_takes_utterances_of_an_archive_by_their_names_only(self):
         self.write("lat.1", ARCHIVE)
