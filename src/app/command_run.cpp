@@ -91,7 +91,8 @@ CommandRun::~CommandRun() {
   m_CommandWatch.disconnect();
   m_GuardWatch.disconnect();
   hangUp();
-  awaitEnd(m_Command);  // the guard sees to what else may be left
+  awaitEnd(m_Command);
+  awaitEnd(m_Guard);  // until nothing of what the command has started is left
 }
 
 int CommandRun::run(const std::string& commandLine) {

@@ -23,7 +23,8 @@ class CommandRun {
 
   CommandRun();
 
-  /// Ends the command, unless it has ended, and waits for that: a second where it ignores SIGTERM.
+  /// Ends the command in progress and all that it has started, and waits for that: a second where
+  /// SIGTERM is ignored.
   ~CommandRun();
   CommandRun(const CommandRun&) = delete;
   CommandRun& operator=(const CommandRun&) = delete;

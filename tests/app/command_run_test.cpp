@@ -184,6 +184,15 @@ TEST_F(CommandRunTest, CommandIsNotLeftWhenItGoes) {
   EXPECT_EQ(waitpid(processIn("command"), nullptr, WNOHANG), -1);
 }
 
+TEST_F(CommandRunTest, NothingThatTheCommandHasStartedIsLeftWhenItGoes) {
+  {
+    CommandRun commands;
+    during([] { return exists("child"); }, [&] { commands.breakOff(); });
+    commands.run("sh -c 'trap \"\" TERM; " + lasting("child") + "' & wait");
+  }
+  EXPECT_FALSE(isAlive(processIn("child")));
+}
+
 TEST_F(CommandRunTest, FinishedRunsLeaveNoProcessAndNoOpenFile) {
   const auto openFiles = [] {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
