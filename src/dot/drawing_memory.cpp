@@ -125,6 +125,13 @@ bool DrawingMemory::knows(const std::string& format, const std::string& descript
   return takeHead(stream, format, description).has_value();
 }
 
+bool DrawingMemory::hasRoom() const {
+  if (!isThere()) return false;
+  std::error_code error;
+  const fs::space_info space = fs::space(m_Folder, error);
+  return !error && space.available >= m_Limit;
+}
+
 /// Whether a file of that size finds room within the limit and on the device.
 bool DrawingMemory::makeRoom(std::uintmax_t size) const {
   if (size > m_Limit) return false;
@@ -164,6 +171,15 @@ bool DrawingMemory::forgetAll() const {
   std::error_code error;
   for (const RememberedFile& file : files) fs::remove(file.path, error);
   return !files.empty();
+}
+
+std::vector<std::string> formatsToDraw(const std::string& wanted, const std::string& description,
+                                       const DrawingMemory& memory) {
+  std::vector<std::string> formats = {wanted};
+  const std::string other = wanted == "dot" ? "png" : "dot";
+  if (memory.hasRoom() && !memory.knows(other, description))
+    formats.insert(wanted == "dot" ? formats.begin() : formats.end(), other);
+  return formats;
 }
 
 }  // namespace quorbel

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quorbel {
 
@@ -40,6 +41,10 @@ class DrawingMemory {
   void remember(const std::string& format, const std::string& description,
                 const RememberedDrawing& drawing) const;
 
+  /// Whether anything can be remembered: false without a folder, or where less than the limit is
+  /// free on the device.
+  bool hasRoom() const;
+
   /// Forgets all, which makes room on the device. Returns whether there was anything.
   bool forgetAll() const;
 
@@ -51,5 +56,10 @@ class DrawingMemory {
   std::filesystem::path m_Folder;
   std::uintmax_t m_Limit;
 };
+
+/// The formats to draw now: picture and layout go together, since the one follows the other, but
+/// not where the other would be forgotten at once. A picture comes first.
+std::vector<std::string> formatsToDraw(const std::string& wanted, const std::string& description,
+                                       const DrawingMemory& memory);
 
 }  // namespace quorbel

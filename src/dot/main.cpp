@@ -41,18 +41,6 @@ bool isWrittenSomehow(const std::string& path, const std::string& bytes,
   return writeOver(path, bytes) || (memory.forgetAll() && writeOver(path, bytes));
 }
 
-/// The formats to draw now: picture and layout go together, since the one follows the other. A
-/// picture comes first.
-std::vector<std::string> formatsToDraw(const std::string& wanted, const std::string& description,
-                                       const DrawingMemory& memory) {
-  std::vector<std::string> formats = {wanted};
-  if (!memory.isThere()) return formats;
-  const std::string other = wanted == "dot" ? "png" : "dot";
-  if (!memory.knows(other, description))
-    formats.insert(wanted == "dot" ? formats.begin() : formats.end(), other);
-  return formats;
-}
-
 /// Draws what is not remembered. Returns the exit status; nothing when that is left to Graphviz.
 std::optional<int> drawAnew(const DotRequest& request, const std::string& description,
                             const std::string& mended, const DrawingMemory& memory) {

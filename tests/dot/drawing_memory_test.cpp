@@ -132,6 +132,28 @@ TEST(DrawingMemory, LeavesRoomOnTheDevice) {
   EXPECT_EQ(countIn(folder.path()), 0U);
 }
 
+TEST(DrawingMemory, WhatFollowsIsDrawnAtTheSameTimeAsFarAsItIsNotRemembered) {
+  const TemporaryFolder folder;
+  const DrawingMemory memory(folder.path(), kLimit);
+  using Formats = std::vector<std::string>;
+  EXPECT_EQ(formatsToDraw("png", "one", memory), Formats({"png", "dot"}));
+  EXPECT_EQ(formatsToDraw("dot", "one", memory), Formats({"png", "dot"}));
+  EXPECT_EQ(formatsToDraw("svg", "one", memory), Formats({"svg", "dot"}));
+  memory.remember("dot", "one", {"1", ""});
+  EXPECT_EQ(formatsToDraw("png", "one", memory), Formats({"png"}));
+  EXPECT_EQ(formatsToDraw("png", "two", memory), Formats({"png", "dot"}));
+}
+
+TEST(DrawingMemory, NothingIsDrawnThatWouldBeForgottenAtOnce) {
+  const TemporaryFolder folder;
+  const std::uintmax_t free = fs::space(folder.path()).available;
+  for (const DrawingMemory& memory :
+       {DrawingMemory(folder.path(), 2 * free + 1), DrawingMemory(folder.path() / "none", kLimit),
+        DrawingMemory("", kLimit)})
+    for (const std::string format : {"png", "dot", "svg"})
+      EXPECT_EQ(formatsToDraw(format, "one", memory), std::vector<std::string>({format}));
+}
+
 TEST(DrawingMemory, IsNoneWithoutAFolder) {
   const TemporaryFolder folder;
   for (const fs::path& path : {fs::path(), folder.path() / "none", fs::path("/dev/null")}) {
