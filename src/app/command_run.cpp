@@ -20,16 +20,20 @@ constexpr const char* kShell = "/bin/sh";
 /// come.
 constexpr const char* kGuard =
     "cd /\n"  // a work folder may have to go
+    "await_end() {\n"
+    "  looks=$1\n"
+    "  while [ \"$looks\" -gt 0 ]; do\n"
+    "    sleep 0.05\n"
+    "    kill -s 0 -- \"-$group\" || exit\n"
+    "    looks=$((looks - 1))\n"
+    "  done\n"
+    "}\n"
     "read -r group || exit\n"
     "read -r nothing\n"
     "kill -s TERM -- \"-$group\" || exit\n"
-    "looks=20\n"
-    "while [ \"$looks\" -gt 0 ]; do\n"
-    "  sleep 0.05\n"
-    "  kill -s 0 -- \"-$group\" || exit\n"
-    "  looks=$((looks - 1))\n"
-    "done\n"
-    "kill -s KILL -- \"-$group\"\n";
+    "await_end 20\n"
+    "kill -s KILL -- \"-$group\" || exit\n"
+    "await_end 6\n";  // what is killed ends when the system comes to it
 
 /// What a new process gets that differs from this one: a process group of its own, and files.
 class SpawnOptions {
