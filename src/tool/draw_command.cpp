@@ -30,12 +30,12 @@ CommandResult runDraw(const DrawArguments& arguments, Progress& progress) {
     return arguments.set.more[0] +
            ": the name must end in .png, .svg, .pdf, .eps, .ps or .dia, the format";
   SetManner manner;
-  manner.mayBeParallel = false;  // drawing is the main thread's, where signals come
+  manner.isOfProcesses = true;  // a drawing needs the signals of a program, and all of libxml2
   return workOnLattices(
       arguments.set, progress,
       [&](WordLattice& lattice, LatticeJob& job) {
         job.begin("drawing " + std::to_string(lattice.links.size()) + " links");
-        job.writeBy(
+        job.writeApart(
             [&](const std::string& path) { return drawInto(lattice, arguments.options, path); },
             "." + arguments.format);
         return CommandResult();

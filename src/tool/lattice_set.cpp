@@ -12,6 +12,7 @@
 #include "formats/references.h"
 #include "layout/whole_file.h"
 #include "tool/reading_arguments.h"
+#include "tool/worker_processes.h"
 
 namespace quorbel {
 
@@ -38,8 +39,7 @@ class LatticeSet {
   void workOnFile(const std::string& path, Results& results);
   bool workOnNext(LatticeInput& input, LatticeJob& job);
   bool isArchiveTaken(const LatticeInput& input) const;
-  CommandResult write(const LatticeJob& job, const std::string& extension,
-                      const std::function<CommandResult(const std::string& path)>& writeTo);
+  CommandResult findOutput(const LatticeJob& job, const std::string& extension, std::string& path);
   void count(const LatticeJob& job, CommandResult error);
   CommandResult result() const;
 
@@ -81,10 +81,16 @@ CommandResult LatticeSet::run() {
   xmlInitParser();  // before there are threads that use it
   const std::size_t processors = std::max(1U, std::thread::hardware_concurrency());
   const std::size_t jobs = m_Arguments.jobs == 0 ? processors : m_Arguments.jobs;
-  workInOrder(
-      m_Files.size(), m_Manner.mayBeParallel ? jobs : 1,
-      [this](std::size_t number, Results& results) { workOnFile(m_Files[number], results); },
-      [this] { return m_PrintError.empty(); });
+  const auto work = [this](std::size_t number, Results& results) {
+    workOnFile(m_Files[number], results);
+  };
+  const auto isWanted = [this] { return m_PrintError.empty(); };
+  if (!m_Manner.isOfProcesses)
+    workInOrder(m_Files.size(), jobs, work, isWanted);
+  else if (m_Arguments.to)
+    workInProcesses(m_Files.size(), jobs, work, isWanted);
+  else
+    workInOrder(m_Files.size(), 1, work, isWanted);
   return result();
 }
 
@@ -167,15 +173,18 @@ CommandResult LatticeSet::result() const {
   return "";
 }
 
-CommandResult LatticeSet::write(
-    const LatticeJob& job, const std::string& extension,
-    const std::function<CommandResult(const std::string& path)>& writeTo) {
-  if (!m_Arguments.to) return writeTo(m_Arguments.more[0]);
+/// Finds the path that the lattice is written to, on the main thread. Returns "" or why it must not
+/// be.
+CommandResult LatticeSet::findOutput(const LatticeJob& job, const std::string& extension,
+                                     std::string& path) {
+  if (!m_Arguments.to) {
+    path = m_Arguments.more[0];
+    return "";
+  }
   const bool isByTitle = job.m_IsOfArchive || job.m_Path == kStandardInput;
   const std::string name = isByTitle ? job.m_Title : stemOf(job.m_Path);
-  const std::string path = outputIn(*m_Arguments.to, name, extension);
-  CommandResult error = m_Outputs->claim(path);
-  return error.empty() ? writeTo(path) : error;
+  path = outputIn(*m_Arguments.to, name, extension);
+  return m_Outputs->claim(path);
 }
 
 void LatticeJob::begin(const std::string& stage) {
@@ -205,9 +214,21 @@ bool LatticeJob::print(std::string text) {
 
 void LatticeJob::writeBy(std::function<CommandResult(const std::string& path)> writeTo,
                          const std::string& extension, std::size_t bytes) {
-  act([job = *this, writeTo = std::move(writeTo),
-       extension] { return job.m_Set.write(job, extension, writeTo); },
-      bytes);
+  const auto write = [job = *this, writeTo = std::move(writeTo), extension] {
+    std::string path;
+    const CommandResult error = job.m_Set.findOutput(job, extension, path);
+    return error.empty() ? writeTo(path) : error;
+  };
+  act(write, bytes);
+}
+
+void LatticeJob::writeApart(const std::function<CommandResult(const std::string& path)>& writeTo,
+                            const std::string& extension) {
+  std::string path;
+  *m_Error = m_Set.findOutput(*this, extension, path);
+  if (m_Error->empty())
+    m_Results.handApart([writeTo, path] { return writeTo(path); },
+                        [error = m_Error](std::string reason) { *error = std::move(reason); });
 }
 
 void LatticeJob::write(std::string text, const std::string& extension) {

@@ -81,6 +81,11 @@ class LatticeJob {
   void writeBy(std::function<CommandResult(const std::string& path)> writeTo,
                const std::string& extension, std::size_t bytes = 0);
 
+  /// Does the same where the command's manner is that of processes: `writeTo` is called in one
+  /// where there may be other lattices, and otherwise at once.
+  void writeApart(const std::function<CommandResult(const std::string& path)>& writeTo,
+                  const std::string& extension);
+
  private:
   friend class LatticeSet;
 
@@ -107,7 +112,8 @@ using WorkOnLattice = std::function<CommandResult(WordLattice& lattice, LatticeJ
 
 /// How a command goes about a set.
 struct SetManner {
-  bool mayBeParallel = true;
+  /// Lattices are read on the main thread and written by processes, not both by threads.
+  bool isOfProcesses = false;
   /// How the file `path` is read; as the arguments say where this is empty.
   std::function<ReadingOptions(const std::string& path)> readingOf = {};
 };

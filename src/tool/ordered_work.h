@@ -7,6 +7,8 @@
 #include <deque>
 #include <functional>
 #include <mutex>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace quorbel {
@@ -20,6 +22,13 @@ class Results {
   /// Hands over an action that holds some `bytes` of memory; may wait until earlier ones are done.
   /// Returns false when no more are wanted.
   virtual bool hand(std::function<void()> action, std::size_t bytes) = 0;
+
+  /// Has `work` done, maybe in a process of its own (see workInProcesses), and `then` with the text
+  /// that it returns as an action of this turn. Returns false when no more are wanted.
+  virtual bool handApart(const std::function<std::string()>& work,
+                         std::function<void(std::string)> then) {
+    return hand([work, then = std::move(then)] { then(work()); }, 0);
+  }
 };
 
 /// Does `count` pieces of work, `jobs` at a time, each by a call of `work` with its number. With

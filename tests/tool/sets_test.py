@@ -2,10 +2,15 @@
 
 import gzip
 import os
+import pathlib
+import resource
+import shutil
+import signal
 import subprocess
+import time
 import unittest
 
-from tool import IMPORTED, PROGRAM, TALK, ToolTest
+from tool import IMPORTED, PROGRAM, PROGRESS, TALK, ToolTest, apart
 
 ARCHIVE = """talk-1
 0 1 1 1,20,5_5
@@ -167,6 +172,111 @@ class SetsTest(ToolTest):
         process.returncode = os.waitstatus_to_exitcode(status)
         self.assertEqual(0, process.returncode)
         self.assertLess(usage.ru_maxrss, 150000, "kilobytes for four texts of 20 million bytes")
+
+
+class DrawingSetsTest(ToolTest):
+    """Sets that are drawn, several at a time."""
+
+    def setUp(self):
+        super().setUp()
+        (self.folder / "talks").mkdir()
+        for name in "abcdef":
+            self.write(f"talks/{name}.slf", TALK.replace("today", f"word-{name}"))
+
+    def stand_in_for(self, script):
+        """A `dot` that does something before it draws, NAME being the lattice."""
+        self.stand_in("#!/bin/bash\nNAME=$(sed -n 's/.*\"word-\\(.\\).*/\\1/p' \"$4\" | head -1)\n"
+                      f"{script}\nPATH={os.environ['PATH']} exec dot \"$@\"\n")
+
+    def outputs(self):
+        return "".join(sorted(path.name[:-4] for path in (self.folder / "out").iterdir()))
+
+    def draw(self, *arguments):
+        return self.run_tool("draw", "talks", "--to", "out", "--format", "svg", *arguments)
+
+    def start(self, *arguments):
+        process = subprocess.Popen(
+            [PROGRAM, "draw", "talks", "--to", "out", *arguments], cwd=self.folder,
+            env=self.environment, stderr=subprocess.PIPE, text=True)
+        self.addCleanup(process.stderr.close)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        return process
+
+    def wait_for(self, condition, what):
+        deadline = time.monotonic() + 20
+        while not condition():
+            self.assertLess(time.monotonic(), deadline, what)
+            time.sleep(0.01)
+
+    def test_as_many_are_drawn_at_once_as_there_are_jobs(self):
+        self.stand_in_for("""echo + >>log
+case $NAME in
+  a|b|c) for i in $(seq 1000); do [ $(grep -c + log) -ge 3 ] && break; sleep 0.01; done;;
+esac
+sleep 0.05
+echo - >>log""")
+        result = self.draw("--jobs", 3)
+        self.assertEqual(("quorbel-lattice: 6 lattices done\n", 0), (result.stderr, result.returncode))
+        running = [0]
+        for sign in self.read("log").split():
+            running.append(running[-1] + (1 if sign == "+" else -1))
+        self.assertEqual((3, 12), (max(running), len(running) - 1))
+        self.assertEqual("abcdef", self.outputs())
+
+    def test_what_is_said_of_drawings_comes_in_the_order_of_the_lattices(self):
+        self.write("talks/c.slf", BAD)
+        self.stand_in_for("""echo "dot: $NAME" >&2
+[ "$NAME $1" = "a $WAIT" ] && while ! [ -e out/b.svg ]; do sleep 0.01; done
+[ $NAME = e ] && exit 3""")
+        expected = ("dot: a\ndot: b\n" + BAD_LINE.format("talks/c.slf") + "dot: d\n"
+                    "quorbel-lattice: talks/e.slf: dot failed with status 3: dot: e\ndot: f\n"
+                    "quorbel-lattice: 4 lattices done, 2 failed\n")
+        for jobs in (1, 2, 16):
+            self.environment["WAIT"] = "-Tsvg" if jobs == 2 else ""
+            result = self.draw("--jobs", jobs)
+            self.assertEqual((expected, "", 1), (result.stderr, result.stdout, result.returncode))
+            self.assertEqual("abdf", self.outputs())
+            self.assertEqual([], list(self.temporary.iterdir()))
+            shutil.rmtree(self.folder / "out")
+
+    def test_a_process_that_is_ended_is_named_and_the_others_are_done(self):
+        self.stand_in_for("""[ $NAME = b ] && { rm -r "${4%/*}"; kill -9 $PPID; exit; }""")
+        result = self.draw("--jobs", 2)
+        self.assertEqual("quorbel-lattice: talks/b.slf: its process was ended by a signal (Killed)\n"
+                         "quorbel-lattice: 5 lattices done, 1 failed\n", result.stderr)
+        self.assertEqual("acdef", self.outputs())
+
+    def test_a_signal_ends_all_that_draw_and_leaves_nothing(self):
+        self.stand_in_for("""[ $NAME = a ] || { echo $$ >started-$NAME.new
+mv started-$NAME.new started-$NAME; exec sleep 60; }""")
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGKILL):
+            process = self.start("--format", "svg", "--jobs", "3")
+            started = [self.folder / f"started-{name}" for name in "bcd"]
+            self.wait_for(lambda: all(path.exists() for path in started), "dot")
+            dots = [pathlib.Path("/proc") / path.read_text().strip() for path in started]
+            process.send_signal(number)
+            self.assertEqual("", "".join(PROGRESS.sub("", process.communicate(timeout=20)[1])))
+            self.assertEqual(-number, process.returncode)
+            if number == signal.SIGKILL:  # which this program cannot wait with
+                self.wait_for(lambda: not any(dot.exists() for dot in dots), "the end of dot")
+                self.wait_for(lambda: not list(self.temporary.iterdir()), "removed work files")
+            self.assertEqual([], [dot for dot in dots if dot.exists()])
+            self.assertEqual([], list(self.temporary.iterdir()))
+            self.assertEqual("a", self.outputs())
+            self.assertEqual(["a.svg"], os.listdir(self.folder / "out"))
+            for path in started:
+                path.unlink()
+
+    def test_few_open_files_are_enough_for_many_jobs(self):
+        def few_files():
+            resource.setrlimit(resource.RLIMIT_NOFILE, (9, 9))
+        process = subprocess.run(
+            [PROGRAM, "draw", "talks", "--to", "out", "--format", "svg", "--jobs", "6"],
+            cwd=self.folder, env=self.environment, capture_output=True, text=True,
+            preexec_fn=few_files, timeout=100)
+        self.assertEqual("quorbel-lattice: 6 lattices done\n", apart(process).stderr)
+        self.assertEqual("abcdef", self.outputs())
 
 
 class OracleTest(ToolTest):
