@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "measures/oracle.h"
 #include "words/word_lattice.h"
 
 namespace quorbel {
@@ -17,6 +18,7 @@ struct DrawingOptions {
   std::optional<int> throughLink;  ///< id of a link; the best path through it is drawn in cyan
   std::optional<std::string> reference;  ///< words; with it the path nearest to them is marked as
                                          ///< well as the best one, and a legend says so
+  WordMatching matching;                 ///< how words count beside the reference
   bool isMonochrome = false;             ///< in black and grey, with thick, dashed and dotted lines
   std::string font;                      ///< family of all texts; "" for Graphviz's own
   std::optional<double> fontSize;        ///< points; else 14, or 8 with a width

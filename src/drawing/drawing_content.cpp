@@ -128,13 +128,14 @@ std::vector<LegendEntry> legendFor(const OracleResult& result, const DrawingStyl
   return legend;
 }
 
-/// Marks the best path by the scores and the one that is nearest to the reference.
-std::string compareWith(const std::string& reference, WordLattice lattice,
+/// Marks the best path by the scores and the one that is nearest to the options' reference.
+std::string compareWith(const DrawingOptions& options, WordLattice lattice,
                         const std::vector<double>& scores, const DrawingStyle& style,
                         DrawingContent& content) {
   for (std::size_t i = 0; i < scores.size(); ++i) lattice.links[i].total = scores[i];
   OracleResult result;
-  std::string error = compareWithReference(lattice, wordsIn(reference), WordMatching(), result);
+  std::string error =
+      compareWithReference(lattice, wordsIn(*options.reference), options.matching, result);
   if (!error.empty()) return error;
   content.marks.best.emplace().links = result.best.links;
   content.marks.oracle.emplace().links = result.oracle.links;
@@ -154,7 +155,7 @@ std::string findContent(const WordLattice& lattice, const DrawingOptions& option
   std::string error = chooseLabels(graph, options.labelField);
   if (error.empty()) error = chooseMarks(lattice, options, *scores, content.marks);
   if (error.empty() && options.reference)
-    error = compareWith(*options.reference, lattice, *scores, style, content);
+    error = compareWith(options, lattice, *scores, style, content);
   if (error.empty()) content.labels = labelsOf(graph, scoreName, *scores);
   return error;
 }

@@ -48,10 +48,12 @@ void addPaperOptions(CLI::App& command, DrawingOptions& options) {
   constexpr double kLargest = 200.0;
   constexpr double kNarrowest = 1.0;  // centimetres
   constexpr double kWidest = 500.0;
-  command
-      .add_option("--reference", options.reference,
-                  "Mark the best path and the one nearest to these words, with a legend")
-      ->type_name("TEXT");
+  CLI::Option* reference =
+      command.add_option("--reference", options.reference,
+                         "Mark the best path and the one nearest to these words, with a legend");
+  reference->type_name("TEXT");
+  for (CLI::Option* option : addMatchingOptions(command, options.matching))
+    option->needs(reference);
   command.add_flag("--monochrome", options.isMonochrome,
                    "Black and grey, marks as thick, dashed and dotted lines");
   command.add_option("--font", options.font, "Family of all letters (Times)")->type_name("NAME");

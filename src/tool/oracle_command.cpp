@@ -10,6 +10,7 @@
 #include "measures/oracle.h"
 #include "tool/commands.h"
 #include "tool/lattice_set.h"
+#include "tool/reading_arguments.h"
 
 namespace quorbel {
 namespace {
@@ -17,8 +18,7 @@ namespace {
 struct OracleArguments {
   SetArguments set;
   std::string reference;
-  std::vector<std::string> ignored;
-  bool ignoresCase = false;
+  WordMatching matching;
   bool hasAlignment = false;
   bool isTsv = false;
 };
@@ -26,10 +26,7 @@ struct OracleArguments {
 /// The work of one call.
 class OracleWork {
  public:
-  explicit OracleWork(const OracleArguments& arguments) : m_Arguments(arguments) {
-    m_Matching.ignored.insert(arguments.ignored.begin(), arguments.ignored.end());
-    m_Matching.ignoresCase = arguments.ignoresCase;
-  }
+  explicit OracleWork(const OracleArguments& arguments) : m_Arguments(arguments) {}
 
   CommandResult run(Progress& progress);
 
@@ -42,7 +39,6 @@ class OracleWork {
   }
 
   const OracleArguments& m_Arguments;
-  WordMatching m_Matching;
   std::mutex m_Mutex;  ///< for the references, which remember what was found
   References m_References;
   ErrorCounts m_All;  ///< the main thread's
@@ -70,7 +66,7 @@ CommandResult OracleWork::compare(const WordLattice& lattice, LatticeJob& job) {
   if (!reference) return job.name() + ": no reference in " + m_Arguments.reference;
   job.begin("searching the oracle path");
   OracleResult result;
-  std::string error = compareWithReference(lattice, *reference, m_Matching, result);
+  std::string error = compareWithReference(lattice, *reference, m_Arguments.matching, result);
   if (!error.empty()) return job.name() + ": " + error;
   const ErrorCounts counts = errorCountsOf(lattice, result);
   std::string text = row(job.title(), counts);
@@ -111,12 +107,7 @@ Command addOracle(CLI::App& app) {
                    "words of the only lattice on one line")
       ->type_name("FILE")
       ->required();
-  command->add_option("--ignore", arguments->ignored, "Words that do not count")
-      ->type_name("WORD,...")
-      ->delimiter(',')
-      ->expected(1)
-      ->take_all();
-  command->add_flag("--ignore-case", arguments->ignoresCase, "Capitals are as small letters");
+  addMatchingOptions(*command, arguments->matching);
   CLI::Option* alignment =
       command->add_flag("--alignment", arguments->hasAlignment,
                         "The words of reference, best and oracle path one above the other");

@@ -52,4 +52,15 @@ void addReadingOptions(CLI::App& command, ReadingOptions& options) {
             "What TOTAL is divided by for posteriors (lmscale where that is above 1)", kSmallest);
 }
 
+std::vector<CLI::Option*> addMatchingOptions(CLI::App& command, WordMatching& matching) {
+  const auto ignore = [&matching](const std::vector<std::string>& words) {
+    matching.ignored.insert(words.begin(), words.end());
+  };
+  CLI::Option* ignored = command.add_option_function<std::vector<std::string>>(
+      "--ignore", ignore, "Words that do not count");
+  ignored->type_name("WORD,...")->delimiter(',')->expected(1)->take_all();
+  return {ignored,
+          command.add_flag("--ignore-case", matching.ignoresCase, "Capitals are as small letters")};
+}
+
 }  // namespace quorbel

@@ -1,11 +1,13 @@
 #pragma once
 
-// The options that every command which reads lattices has.
+// Options that several commands have.
 
 #include <CLI/App.hpp>
 #include <string>
+#include <vector>
 
 #include "formats/reading_options.h"
+#include "measures/oracle.h"
 
 namespace quorbel {
 
@@ -13,8 +15,11 @@ namespace quorbel {
 /// "nan" pass.
 std::string whyNoNumber(const std::string& text);
 
-/// Adds them to a command's. `options`, which must outlive the command line's parser, gets what
-/// they say.
+/// Adds the options that every command which reads lattices has. `options`, which must outlive the
+/// command line's parser, gets what they say.
 void addReadingOptions(CLI::App& command, ReadingOptions& options);
+
+/// Adds the options that say which words count beside a reference to a command, and returns them.
+std::vector<CLI::Option*> addMatchingOptions(CLI::App& command, WordMatching& matching);
 
 }  // namespace quorbel

@@ -115,6 +115,11 @@ class DrawingTest(ToolTest):
         self.assertIn(">best path: 2 errors<", svg)
         self.assertIn(">oracle path: no errors<", svg)
         self.assertNotIn(">both<", svg)
+        self.assertIn("--ignore requires --reference",
+                      self.fails("draw", "talk.slf", "x.svg", "--ignore", "um"))
+        svg = self.draw("--reference", "um COULD ah today", "--ignore", "ah,UM", "--ignore-case")
+        self.assertIn(">best path: 2 errors<", svg)
+        self.assertIn(">oracle path: no errors<", svg)
         self.write("no.slf", "start=0 end=2\nN=3 L=1\nI=0 t=0\nI=1 t=1\nI=2 t=2\n"
                              "J=0 S=0 E=1 W=a\n")
         self.assertEqual("no path leads from the start to the end",
