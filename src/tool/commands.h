@@ -27,6 +27,9 @@ Command addInfo(CLI::App& app);    // info_command.cpp
 Command addOracle(CLI::App& app);  // oracle_command.cpp
 Command addDraw(CLI::App& app);    // draw_command.cpp
 
+/// A line as it is said: with the program's name before it, and no control character in it.
+std::string saidLine(const std::string& line);
+
 /// Prints a line on standard error, with the program's name before it.
 void say(const std::string& line);
 

@@ -41,6 +41,7 @@ class LatticeSet {
   bool isArchiveTaken(const LatticeInput& input) const;
   CommandResult findOutput(const LatticeJob& job, const std::string& extension, std::string& path);
   void count(const LatticeJob& job, CommandResult error);
+  void tellCount();
   CommandResult result() const;
 
   const SetArguments& m_Arguments;
@@ -78,6 +79,7 @@ CommandResult LatticeSet::begin() {
 
 CommandResult LatticeSet::run() {
   if (CommandResult error = begin(); !error.empty()) return error;
+  if (m_IsSet) tellCount();
   xmlInitParser();  // before there are threads that use it
   const std::size_t processors = std::max(1U, std::thread::hardware_concurrency());
   const std::size_t jobs = m_Arguments.jobs == 0 ? processors : m_Arguments.jobs;
@@ -158,9 +160,12 @@ void LatticeSet::count(const LatticeJob& job, CommandResult error) {
   if (job.m_IsOneOfMany && !error.empty()) say(error);
   if (m_FirstError.empty()) m_FirstError = error;
   m_IsCountTold = m_IsCountTold || job.m_IsOneOfMany;
-  if (m_IsCountTold)
-    m_Progress.update(std::to_string(m_Done + m_Failed) + " lattices done, of " +
-                      std::to_string(m_Files.size()) + (m_Files.size() == 1 ? " file" : " files"));
+  if (m_IsCountTold) tellCount();
+}
+
+void LatticeSet::tellCount() {
+  m_Progress.update(std::to_string(m_Done + m_Failed) + " lattices done, of " +
+                    std::to_string(m_Files.size()) + (m_Files.size() == 1 ? " file" : " files"));
 }
 
 CommandResult LatticeSet::result() const {

@@ -15,6 +15,7 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -23,11 +24,16 @@
 
 namespace quorbel {
 
-void say(const std::string& line) {
+std::string saidLine(const std::string& line) {
   std::string shown = "quorbel-lattice: " + line;
   const auto isControl = [](unsigned char c) { return std::iscntrl(c) != 0; };
   std::replace_if(shown.begin(), shown.end(), isControl, '?');  // names may have line ends
-  std::cerr << shown + "\n" << std::flush;
+  return shown;
+}
+
+void say(const std::string& line) {
+  const ProgressLineAway away;
+  std::cerr << saidLine(line) + "\n" << std::flush;
 }
 
 std::string checkOutput(const std::string& in, const std::string& out) {
@@ -38,6 +44,8 @@ std::string checkOutput(const std::string& in, const std::string& out) {
 }
 
 CommandResult printText(const std::string& text) {
+  std::optional<ProgressLineAway> away;
+  if (isatty(STDOUT_FILENO) == 1) away.emplace();  // it may be the same terminal
   const bool isPrinted =
       std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
   return isPrinted ? "" : std::string("standard output: ") + std::strerror(errno);

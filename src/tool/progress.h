@@ -10,8 +10,21 @@
 
 namespace quorbel {
 
+/// While it lives, what the command is at stands on no line of a terminal, and comes on none: for
+/// whoever writes where that may be.
+class ProgressLineAway {
+ public:
+  ProgressLineAway();
+  ProgressLineAway(const ProgressLineAway&) = delete;
+  ProgressLineAway& operator=(const ProgressLineAway&) = delete;
+
+ private:
+  std::unique_lock<std::mutex> m_Lock;
+};
+
 /// Follows one command. For its first second it is silent; then it says which stage the command is
-/// at, again for each new stage, and every few seconds how long it has taken.
+/// at, again for each new stage, and every few seconds how long it has taken. Where standard error
+/// is a terminal, it has one line for that, which goes at last.
 class Progress {
  public:
   Progress();
@@ -29,8 +42,10 @@ class Progress {
   using Clock = std::chrono::steady_clock;
 
   void watch();
+  void show(const std::string& text) const;
 
   const Clock::time_point m_Start = Clock::now();
+  const bool m_IsOnTerminal;
   std::mutex m_Mutex;
   std::condition_variable m_Changed;
   std::string m_Stage;

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "layout/ending_signals.h"
+#include "tool/progress.h"
 
 namespace quorbel {
 namespace {
@@ -139,7 +140,10 @@ class ResultsOfProcesses : public Results {
     }
     Entry& entry = m_Waiting.emplace_back();
     entry.action = [this, &entry, then = std::move(then)] {
-      std::cerr << entry.said << std::flush;
+      if (!entry.said.empty()) {
+        const ProgressLineAway away;
+        std::cerr << entry.said << std::flush;
+      }
       then(std::move(entry.result));
     };
     while (!start(entry, work)) {
@@ -173,7 +177,11 @@ class ResultsOfProcesses : public Results {
     if (notes[0].file() < 0 || notes[1].file() < 0) return false;
     const EndingSignalsWait signalsWait;
     const pid_t parent = getpid();
-    const pid_t worker = fork();
+    pid_t worker = 0;
+    {
+      const ProgressLineAway away;  // whose lock no other thread has then, for ever in the worker
+      worker = fork();
+    }
     if (worker < 0) return false;
     if (worker == 0) {
       m_Signals.restore();

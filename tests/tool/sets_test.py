@@ -1,12 +1,17 @@
 """Several lattices in one call, and what is computed on a whole set of them."""
 
+import contextlib
+import fcntl
 import gzip
 import os
 import pathlib
+import pty
 import resource
 import shutil
 import signal
+import struct
 import subprocess
+import termios
 import time
 import unittest
 
@@ -256,7 +261,7 @@ mv started-$NAME.new started-$NAME; exec sleep 60; }""")
             self.wait_for(lambda: all(path.exists() for path in started), "dot")
             dots = [pathlib.Path("/proc") / path.read_text().strip() for path in started]
             process.send_signal(number)
-            self.assertEqual("", "".join(PROGRESS.sub("", process.communicate(timeout=20)[1])))
+            self.assertEqual("", PROGRESS.sub("", process.communicate(timeout=20)[1]))
             self.assertEqual(-number, process.returncode)
             if number == signal.SIGKILL:  # which this program cannot wait with
                 self.wait_for(lambda: not any(dot.exists() for dot in dots), "the end of dot")
@@ -267,6 +272,34 @@ mv started-$NAME.new started-$NAME; exec sleep 60; }""")
             self.assertEqual(["a.svg"], os.listdir(self.folder / "out"))
             for path in started:
                 path.unlink()
+
+    def on_terminal(self, *arguments):
+        """What a run shows on a terminal of 40 columns."""
+        ours, theirs = pty.openpty()
+        fcntl.ioctl(theirs, termios.TIOCSWINSZ, struct.pack("HHHH", 24, 40, 0, 0))
+        process = subprocess.Popen([PROGRAM, *arguments], cwd=self.folder, stderr=theirs,
+                                   stdout=theirs, env={**self.environment, "TERM": "xterm"})
+        self.addCleanup(process.kill)
+        os.close(theirs)
+        shown = b""
+        with contextlib.suppress(OSError), open(ours, "rb", buffering=0) as terminal:
+            while part := terminal.read(4096):  # fails at its end
+                shown += part
+        process.wait(timeout=20)
+        return shown.decode()
+
+    def test_what_is_done_so_far_is_one_line_of_a_terminal(self):
+        self.stand_in_for("[ $NAME = c ] && { sleep 2.2; exit 3; }")
+        shown = self.on_terminal("draw", "talks", "--to", "out", "--jobs", "1")
+        self.assertRegex(shown, r"\A(\rquorbel-lattice: [0-2] lattices done, of 6 \x1B\[K\r)+"
+                         r"\x1B\[Kquorbel-lattice: talks/c\.slf: dot failed with status 3\r\n"
+                         r"((\rquorbel-lattice: \d lattices done, of 6 \x1B\[K\r)+\x1B\[K)?"
+                         r"quorbel-lattice: 5 lattices done, 1 failed\r\n\Z")
+
+    def test_what_is_done_so_far_is_said_where_there_is_no_terminal(self):
+        self.stand_in_for("[ $NAME = a ] && sleep 1.5")
+        result = self.draw("--jobs", 1)
+        self.assertRegex(result.progress, r"\Aquorbel-lattice: 0 lattices done, of 6 files \(1 s\)\n")
 
     def test_few_open_files_are_enough_for_many_jobs(self):
         def few_files():
