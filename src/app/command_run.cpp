@@ -8,7 +8,12 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <thread>
 #include <utility>
 
 namespace quorbel {
@@ -76,6 +81,25 @@ class SpawnOptions {
 /// Waits for something to happen, and lets it happen.
 void iterate() { Glib::MainContext::get_default()->iteration(true); }
 
+/// Whether a process of the group has not ended: one that nobody has taken note of yet has.
+bool isAnyLeft(pid_t group) {
+  std::error_code none;
+  for (std::filesystem::directory_iterator entry("/proc", none), end; !none && entry != end;
+       entry.increment(none)) {
+    std::string stat;
+    if (!std::getline(std::ifstream(entry->path() / "stat"), stat)) continue;
+    const std::size_t nameEnd = stat.rfind(')');
+    if (nameEnd == std::string::npos) continue;
+    std::istringstream behindName(stat.substr(nameEnd + 1));
+    char state = 0;
+    pid_t parent = 0;
+    pid_t itsGroup = 0;
+    behindName >> state >> parent >> itsGroup;
+    if (itsGroup == group && state != 'Z' && state != 'X') return true;
+  }
+  return false;
+}
+
 /// Waits for the end of a child, unless that was noticed already.
 void awaitEnd(pid_t process) {
   while (process > 0 && waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
@@ -96,7 +120,10 @@ CommandRun::~CommandRun() {
   m_GuardWatch.disconnect();
   hangUp();
   awaitEnd(m_Command);
-  awaitEnd(m_Guard);  // until nothing of what the command has started is left
+  // Not for the guard itself, which goes on while there is no one to take note of ends.
+  constexpr auto kLookEvery = std::chrono::milliseconds(10);
+  while (m_Guard > 0 && waitpid(m_Guard, nullptr, WNOHANG) == 0 && isAnyLeft(m_Group))
+    std::this_thread::sleep_for(kLookEvery);
 }
 
 int CommandRun::run(const std::string& commandLine) {
@@ -136,7 +163,8 @@ bool CommandRun::start(const std::string& commandLine) {
     awaitEnd(std::exchange(m_Guard, 0));
     return false;
   }
-  const std::string group = std::to_string(m_Command) + "\n";
+  m_Group = m_Command;
+  const std::string group = std::to_string(m_Group) + "\n";
   send(m_Line, group.data(), group.size(), MSG_NOSIGNAL);
   m_CommandWatch = Glib::signal_child_watch().connect(
       sigc::mem_fun(*this, &CommandRun::onCommandEnd), m_Command);

@@ -50,6 +50,7 @@ class CommandRun {
   void hangUp();
 
   pid_t m_Command = 0;  ///< leads its group; 0 when it has ended
+  pid_t m_Group = 0;    ///< of the command that was started last
   pid_t m_Guard = 0;    ///< 0 when it has ended: nothing is left of what was broken off
   int m_Line = -1;      ///< to the guard, which acts when it is closed; -1 when it is
   int m_Status = 0;     ///< of the command that ended last
