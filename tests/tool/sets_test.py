@@ -296,6 +296,11 @@ mv started-$NAME.new started-$NAME; exec sleep 60; }""")
                          r"((\rquorbel-lattice: \d lattices done, of 6 \x1B\[K\r)+\x1B\[K)?"
                          r"quorbel-lattice: 5 lattices done, 1 failed\r\n\Z")
 
+    def test_the_line_of_a_terminal_goes_at_last(self):
+        self.stand_in_for("sleep 1.3")
+        self.assertRegex(self.on_terminal("draw", "talk.slf", "out.svg"),
+                         r"\A(\rquorbel-lattice: drawing 5 links \(\d s\)\x1B\[K\r)+\x1B\[K\Z")
+
     def test_what_is_done_so_far_is_said_where_there_is_no_terminal(self):
         self.stand_in_for("[ $NAME = a ] && sleep 1.5")
         result = self.draw("--jobs", 1)
