@@ -48,9 +48,9 @@ class Progress {
   const bool m_IsOnTerminal;
   std::mutex m_Mutex;
   std::condition_variable m_Changed;
-  std::string m_Stage;
-  bool m_IsNew = false;    ///< the stage was not shown yet
-  bool m_IsEnded = false;  ///< the command is done
+  std::string m_Stage = "reading";  ///< as every command begins
+  bool m_IsNew = false;             ///< the stage was not shown yet
+  bool m_IsEnded = false;           ///< the command is done
   std::thread m_Thread;
 };
 

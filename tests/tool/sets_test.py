@@ -80,6 +80,16 @@ class SetsTest(ToolTest):
         (self.folder / "empty").mkdir()
         self.assertEqual("empty: no lattice in this folder", self.fails("info", "empty"))
 
+    def test_progress_is_told_before_the_first_lattice_is_done(self):
+        process = subprocess.Popen([PROGRAM, "best", "-", "talk.slf"], cwd=self.folder, text=True,
+                                   stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                   stderr=subprocess.PIPE)
+        self.addCleanup(process.communicate)
+        self.addCleanup(process.kill)
+        self.assertRegex(process.stderr.readline(),
+                         r"\Aquorbel-lattice: 0 lattices done, of 2 files \(\d+ s\)\n\Z")
+        self.assertIn("quorbel-lattice: 2 lattices done\n", process.communicate(TALK, timeout=20)[1])
+
     def test_one_that_fails_is_named_and_the_others_are_done(self):
         self.write("talks/b.slf", BAD)
         words, said = self.best("talks", "none", status=1)
