@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/main_window.h"
+#include "app/picture_loading.h"
 #include "lattice/number_text.h"
 #include "layout/dot_writer.h"
 #include "layout/file_names.h"
@@ -55,7 +56,9 @@ void MainWindow::renderGraph() {
   m_Statusbar.pop(kRunContext);
 
   if (!showStage("Loading graph image...")) return endRun();
-  m_refGraphImage = Gdk::Pixbuf::create_from_file(kImageFile);
+  const Glib::RefPtr<Gdk::Pixbuf> picture = loadPicture(kImageFile);
+  if (!isRunWanted()) return endRun();
+  m_refGraphImage = picture;
   m_Statusbar.pop(kRunContext);
 
   rescaleImage();

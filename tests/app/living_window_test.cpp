@@ -1,3 +1,6 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <csignal>
 
 #include "app/export_fixture.h"
@@ -132,6 +135,39 @@ TEST_F(LivingWindow, IsPaintedBeforeTheFirstDrawing) {
   window->show();
   EXPECT_TRUE(isDone);
   EXPECT_EQ(edgeOf(*window, 0).label, "good / gut");
+}
+
+/// A lease on a file lets nobody else open it until it is given back. `dot` has written the picture
+/// when it is held before the layout.
+TEST_F(LivingWindow, LivesWhileThePictureIsRead) {
+  TestWindow& w = openLattice(kTwoWays);
+  const Glib::RefPtr<Gdk::Pixbuf> before = w.m_refGraphImage;
+  replaceDot(
+      "case $1 in -Tdot) : >dot-process; while [ -e hold ]; do sleep 0.01; done;; esac\n"
+      "exec \"$REAL_DOT\" \"$@\"");
+  signal(SIGIO, SIG_IGN);  // tells of who waits for the lease
+  int picture = -1;
+  bool isDone = false;
+  whileDotRuns([&] {
+    picture = open("graph.png", O_RDONLY | O_CLOEXEC);
+    EXPECT_EQ(fcntl(picture, F_SETLEASE, F_WRLCK), 0);
+    release();
+    Glib::signal_timeout().connect(
+        [&] {
+          if (fcntl(picture, F_GETLEASE) == F_WRLCK) return true;
+          EXPECT_EQ(statusOf(w), "Loading graph image...");
+          EXPECT_EQ(pointerOf(w), GDK_WATCH);
+          isDone = true;
+          fcntl(picture, F_SETLEASE, F_UNLCK);
+          return false;
+        },
+        2);
+  });
+  w.renderGraph();
+  EXPECT_TRUE(isDone);
+  close(picture);
+  EXPECT_NE(w.m_refGraphImage, before);
+  EXPECT_EQ(pointerOf(w), GDK_LEFT_PTR);
 }
 
 TEST_F(LivingWindow, PaintsItselfAtOnce) {
