@@ -7,11 +7,10 @@ import random
 import re
 import resource
 import signal
-import subprocess
 import time
 import unittest
 
-from tool import EXAMPLES, PROGRAM, ToolTest
+from tool import EXAMPLES, ToolTest
 
 
 class DrawingTest(ToolTest):
@@ -270,19 +269,7 @@ class DrawingTest(ToolTest):
                          (result.progress, result.stderr, result.returncode))
 
     def start(self, name="out.png", **options):
-        process = subprocess.Popen([PROGRAM, "draw", "talk.slf", name], cwd=self.folder,
-                                   env=self.environment, stderr=subprocess.PIPE, text=True,
-                                   **options)
-        self.addCleanup(process.stderr.close)
-        self.addCleanup(process.wait)
-        self.addCleanup(process.kill)
-        return process
-
-    def wait_for(self, condition, what):
-        deadline = time.monotonic() + 20
-        while not condition():
-            self.assertLess(time.monotonic(), deadline, what)
-            time.sleep(0.01)
+        return self.start_tool("draw", "talk.slf", name, **options)
 
     def hold_dot(self, then="exec sleep 60"):
         self.stand_in(f"#!/bin/sh\necho $$ >{self.folder}/started.new\n"

@@ -9,6 +9,7 @@ import re
 import stat
 import subprocess
 import tempfile
+import time
 import unittest
 
 PROGRAM = os.environ["QUORBEL_LATTICE"]
@@ -44,6 +45,17 @@ J=4 S=1 E=3 W=<w in='today'/> TOTAL=-6 a=-4 l=-1 post=-2.237822
 J=3 S=2 E=3 W=<w in='day'/> TOTAL=-1.25 a=-1.25 post=-0.112822
 """
 
+ARCHIVE = """talk-1
+0 1 1 1,20,5_5
+1 2 2 2,30,6_6_6
+2 0.5,0,
+
+talk-2
+0 1 2 1,10,7
+1
+"""
+WORDS = "<eps> 0\ngood 1\nday 2\n"
+
 CYCLIC = """N=3 L=3
 start=0
 end=2
@@ -57,7 +69,8 @@ J=2 S=1 E=2 W=c
 
 
 PROGRESS = re.compile(
-    r"^quorbel-lattice: (?:reading|searching|pruning|writing|drawing|\d+ lattices done,)[^\n]* \(\d+ s\)\n", re.MULTILINE)
+    r"^quorbel-lattice: (?:reading|searching|pruning|writing|drawing|\d+ lattices done,)"
+    r"[^\n]* \(\d+ s\)\n", re.MULTILINE)
 
 
 def apart(result):
@@ -100,6 +113,21 @@ class ToolTest(unittest.TestCase):
         return apart(subprocess.run([PROGRAM, *map(str, arguments)], cwd=self.folder, text=True,
                                     env=self.environment, stdin=subprocess.DEVNULL, stdout=stdout,
                                     stderr=subprocess.PIPE, timeout=100))
+
+    def start_tool(self, *arguments, **options):
+        """A run that goes on beside the test, and ends with it."""
+        process = subprocess.Popen([PROGRAM, *arguments], cwd=self.folder, env=self.environment,
+                                   stderr=subprocess.PIPE, text=True, **options)
+        self.addCleanup(process.stderr.close)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        return process
+
+    def wait_for(self, condition, what):
+        deadline = time.monotonic() + 20
+        while not condition():
+            self.assertLess(time.monotonic(), deadline, what)
+            time.sleep(0.01)
 
     def succeeds(self, *arguments):
         """Standard output of a run that succeeds without a word on standard error."""
