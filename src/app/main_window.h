@@ -32,8 +32,9 @@ namespace quorbel {
 
 /// Shows one lattice: its drawing, the attributes of the selected links, and its sound.
 ///
-/// Everything runs on the toolkit's main thread. While `dot` runs for a drawing or an export events
-/// go on; `m_Rendering` and `putOffWhileRendering` keep them from getting in its way.
+/// Everything runs on the toolkit's main thread, but for the loading of a picture, which touches
+/// nothing of the window. While `dot` runs for a drawing or an export events go on; `m_Rendering`
+/// and `putOffWhileRendering` keep them from getting in its way.
 class MainWindow : public Gtk::Window {
  public:
   /// Builds the window, hidden; its first show opens `startupPath` unless that is empty.
