@@ -51,7 +51,7 @@ std::optional<int> drawAnew(const DotRequest& request, const std::string& descri
     const Drawing& drawing = drawn->drawings[i];
     if (formats[i] != request.format) continue;
     if (!isWrittenSomehow(request.output, drawing.bytes, memory)) return std::nullopt;
-    sayToUser(drawing.said);
+    sayToUser(drawn->said + drawing.said);
   }
   if (drawn->status != 0) return drawn->status;
   for (std::size_t i = 0; i < formats.size(); ++i) {

@@ -31,7 +31,7 @@ std::optional<int> drawIntoFile(const std::string& format, const std::string& ou
   const std::string text{std::istreambuf_iterator<char>(stream), {}};
   const auto drawn = drawByLibrary(text, {format});
   if (!drawn || !writeOver(output, drawn->drawings[0].bytes)) return std::nullopt;
-  sayToUser(drawn->drawings[0].said);
+  sayToUser(drawn->said + drawn->drawings[0].said);
   return drawn->status;
 }
 

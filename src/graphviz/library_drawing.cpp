@@ -118,10 +118,8 @@ std::optional<LibraryDrawings> drawByLibrary(const std::string& description,
     return std::nullopt;
   }
 
-  result.said = errors.take();
-  sayToUser(result.said);
   gvLayoutJobs(context, graph);
-  result.said += errors.take();
+  result.said = errors.take();
   errors.holdBack();
   gvRenderJobs(context, graph);
   gvFinalize(context);

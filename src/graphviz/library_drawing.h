@@ -14,7 +14,7 @@ struct Drawing {
 };
 
 struct LibraryDrawings {
-  std::string said;               ///< what was said before, of the layout
+  std::string said;               ///< the same of what comes before, such as the layout
   std::vector<Drawing> drawings;  ///< one for each format
   int status = 0;                 ///< what `dot` would have ended with
 };

@@ -179,6 +179,16 @@ TEST(DotAgreement, OnLettersThatAreNoUtf8) {
             "");
 }
 
+TEST(DotAgreement, OnWhatIsSaidWhereNothingCanBeWritten) {
+  const TemporaryFolder folder;
+  std::ofstream("quorbel_graph.dot", std::ios::binary) << chainOf({"gr\xf6n", "end"});
+  const std::string arguments = " -Tdot -o /dev/full quorbel_graph.dot 2>";
+  std::system(("dot" + arguments + "graphviz").c_str());
+  std::system((OWN_DOT + arguments + "own").c_str());
+  EXPECT_NE(textOf("graphviz"), "");
+  EXPECT_EQ(textOf("own"), textOf("graphviz"));
+}
+
 TEST(DotAgreement, OnDescriptionsOfOthersAndNone) {
   const TemporaryFolder folder;
   for (const char* description :
