@@ -44,7 +44,7 @@ bool MainWindow::on_graph_expose(GdkEventExpose* event) {
 
   CanvasHighlights highlights{m_EdgeLayouts, m_NodeItems, m_SelectedEdges,
                               m_PointerX,    m_PointerY,  std::nullopt};
-  if (m_Playing) highlights.playPosition = m_Audio.positionFraction(m_PlayElapsedMs) + m_RangeStart;
+  if (m_Playing) highlights.playPosition = playPosition();
   const GdkRectangle& area = event->area;
   paintHighlights(context, mapping, highlights, Box{area.x, area.y, area.width, area.height},
                   m_BoxStamps);

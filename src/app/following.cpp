@@ -49,7 +49,7 @@ void MainWindow::followSound() {
   if (!m_Playing || m_Rendering || !m_refShownImage) return;
   const gint64 now = g_get_monotonic_time();
   if (m_UserScrolledUs && now - *m_UserScrolledUs < kUserScrollCountsUs) return;
-  const double position = m_Audio.positionFraction(m_PlayElapsedMs) + m_RangeStart;
+  const double position = playPosition();
   const Box seen = visiblePart();
   const auto light = lightOutOfSight(canvasMapping(), m_EdgeLayouts, m_NodeItems, position, seen);
   if (!light) return;

@@ -146,6 +146,7 @@ class MainWindow : public Gtk::Window {
   void loadMatchingSound(const std::string& latticePath);                 // sound_commands.cpp
   void loadSound();                                                       // sound_commands.cpp
   void closeSound();                                                      // sound_commands.cpp
+  double playPosition() const;                                            // sound_commands.cpp
   const Waveform& currentWaveform();                                      // sound_strip.cpp
   Glib::RefPtr<Gdk::Pixmap> waveformPicture();                            // sound_strip.cpp
   void show_error(Gtk::Window& parent, const std::string& message);       // errors.cpp

@@ -83,6 +83,11 @@ void MainWindow::on_play() {
 /// The tick notices on its next run.
 void MainWindow::on_stop() { m_Audio.stop(); }
 
+/// Where the sound is, as a fraction of the utterance, while it plays.
+double MainWindow::playPosition() const {
+  return m_Audio.positionFraction(m_PlayElapsedMs) + m_RangeStart;
+}
+
 bool MainWindow::on_play_tick() {
   m_Playing = m_Audio.isPlaying();
   if (m_Playing) m_PlayElapsedMs = elapsedMs(wallClock(), m_PlayStartMs);

@@ -75,7 +75,7 @@ bool MainWindow::on_sound_expose(GdkEventExpose*) {
   if (m_Playing) {
     const Waveform& waveform = currentWaveform();
     if (m_SelectedEdges.empty()) m_RangeStart = 0.0;
-    const double position = m_Audio.positionFraction(m_PlayElapsedMs) + m_RangeStart;
+    const double position = playPosition();
     const int x = cursorColumn(position, waveform.count, waveform.perPixel);
     context->move_to(x, 0);
     context->line_to(x, height);

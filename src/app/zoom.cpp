@@ -45,7 +45,8 @@ void MainWindow::zoomTo(float zoom) {
                              before->get_height(), m_refShownImage->get_height()));
 }
 
-/// The picture is scaled after the watch cursor shows, since it may take a while.
+/// The watch cursor shows first: a large picture takes its memory anew, and the next expose scales
+/// what is seen.
 bool MainWindow::on_graph_scroll(GdkEventScroll* event) {
   if (event->direction != GDK_SCROLL_UP && event->direction != GDK_SCROLL_DOWN) return true;
   const std::pair point(event->x - m_GraphScroll.get_hadjustment()->get_value(),

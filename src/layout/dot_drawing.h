@@ -62,9 +62,8 @@ struct DotDrawing {
 };
 
 /// Reads the drawing from `layout`, the text that `dot -Tdot` wrote. Coordinates beyond any real
-/// drawing are cut to a billion points. A node that is invisible or
-/// without a place and a spline that is none are left out. Returns nothing when the text is no such
-/// drawing or not all of it.
+/// drawing are cut to a billion points. A node that is invisible or without a place and a spline
+/// that is none are left out. Returns nothing when the text is no such drawing or not all of it.
 std::optional<DotDrawing> readDotDrawing(std::string_view layout);
 
 }  // namespace quorbel

@@ -137,37 +137,60 @@ TEST_F(LivingWindow, IsPaintedBeforeTheFirstDrawing) {
   EXPECT_EQ(edgeOf(*window, 0).label, "good / gut");
 }
 
-/// A lease on a file lets nobody else open it until it is given back. `dot` has written the picture
-/// when it is held before the layout.
-TEST_F(LivingWindow, LivesWhileThePictureIsRead) {
+/// A picture that cannot be opened before the test has done something: a lease on a file keeps all
+/// others from it until it is given back. `dot` has written the picture when it is held before the
+/// layout.
+class LoadingPicture : public LivingWindow {
+ protected:
+  void SetUp() override {
+    LivingWindow::SetUp();
+    signal(SIGIO, SIG_IGN);  // tells of who waits for the lease
+  }
+
+  /// Makes the drawing anew and does something while its picture is being loaded.
+  void whileLoading(const std::function<void()>& act) {
+    replaceDot(
+        "case $1 in -Tdot) : >dot-process; while [ -e hold ]; do sleep 0.01; done;; esac\n"
+        "exec \"$REAL_DOT\" \"$@\"");
+    int picture = -1;
+    bool isDone = false;
+    whileDotRuns([&] {
+      picture = open("graph.png", O_RDONLY | O_CLOEXEC);
+      EXPECT_EQ(fcntl(picture, F_SETLEASE, F_WRLCK), 0);
+      release();
+      Glib::signal_timeout().connect(
+          [&] {
+            if (fcntl(picture, F_GETLEASE) == F_WRLCK) return true;
+            act();
+            isDone = true;
+            fcntl(picture, F_SETLEASE, F_UNLCK);
+            return false;
+          },
+          2);
+    });
+    window->renderGraph();
+    EXPECT_TRUE(isDone);
+    close(picture);
+  }
+};
+
+TEST_F(LoadingPicture, LeavesTheWindowAlive) {
   TestWindow& w = openLattice(kTwoWays);
   const Glib::RefPtr<Gdk::Pixbuf> before = w.m_refGraphImage;
-  replaceDot(
-      "case $1 in -Tdot) : >dot-process; while [ -e hold ]; do sleep 0.01; done;; esac\n"
-      "exec \"$REAL_DOT\" \"$@\"");
-  signal(SIGIO, SIG_IGN);  // tells of who waits for the lease
-  int picture = -1;
-  bool isDone = false;
-  whileDotRuns([&] {
-    picture = open("graph.png", O_RDONLY | O_CLOEXEC);
-    EXPECT_EQ(fcntl(picture, F_SETLEASE, F_WRLCK), 0);
-    release();
-    Glib::signal_timeout().connect(
-        [&] {
-          if (fcntl(picture, F_GETLEASE) == F_WRLCK) return true;
-          EXPECT_EQ(statusOf(w), "Loading graph image...");
-          EXPECT_EQ(pointerOf(w), GDK_WATCH);
-          isDone = true;
-          fcntl(picture, F_SETLEASE, F_UNLCK);
-          return false;
-        },
-        2);
+  whileLoading([&] {
+    EXPECT_EQ(statusOf(w), "Loading graph image...");
+    EXPECT_EQ(pointerOf(w), GDK_WATCH);
   });
-  w.renderGraph();
-  EXPECT_TRUE(isDone);
-  close(picture);
   EXPECT_NE(w.m_refGraphImage, before);
   EXPECT_EQ(pointerOf(w), GDK_LEFT_PTR);
+}
+
+TEST_F(LoadingPicture, IsNotShownWhenTheFileWasClosedMeanwhile) {
+  TestWindow& w = openLattice(kTwoWays);
+  whileLoading([&] { w.on_close(); });
+  expectClosed();
+  EXPECT_FALSE(w.m_refGraphImage);
+  EXPECT_FALSE(w.m_refShownImage);
 }
 
 TEST_F(LivingWindow, PaintsItselfAtOnce) {

@@ -29,14 +29,23 @@ def screen():
     return Gdk.pixbuf_get_from_window(root, 0, 0, root.get_width(), root.get_height()).get_pixels()
 
 
-def is_working():
+def workers():
+    """The processes that draw or import."""
+    found = set()
     for process in pathlib.Path("/proc").glob("[0-9]*"):
         try:
             if (process / "comm").read_text() in ("dot\n", "quorbel-lattice\n"):
-                return True
+                found.add(process)
         except OSError:  # ended meanwhile
             continue
-    return False
+    return found
+
+
+THEIRS = workers()  # somebody else's, who may have left them running
+
+
+def is_working():
+    return bool(workers() - THEIRS)
 
 
 def seconds_to_rest(act):

@@ -78,13 +78,8 @@ TEST(BestSentences, AreThoseOfAnEnumeration) {
   std::mt19937 random(kSeed);
   std::size_t repeats = 0;
   for (int round = 0; round < kSentenceRounds; ++round) {
-    RandomOptions options;
-    options.hasPositive = round % 3 == 0;
-    options.hasTies = round % 3 == 1;
-    const RandomLattice plain = randomLattice(random, options);
     WordLattice lattice;
-    readText(plain.text(), lattice);
-    sayLittle(lattice, random);
+    const RandomLattice plain = latticeOfFewWords(random, round, lattice);
     const std::map<Sentence, double> expected = enumerated(plain, lattice);
     std::vector<double> scores;
     for (const auto& [sentence, score] : expected) scores.push_back(score);
