@@ -24,7 +24,6 @@ struct PaperOptions {
 struct PaperLayout {
   std::string description;  ///< asks `dot` for the drawing, with all things in their places
   double scale = 1.0;       ///< how long a layout point is on paper; points
-  std::optional<int> pixelsPerInch;  ///< of a picture made of pixels, if not Graphviz's 96
 };
 
 /// Puts the drawing of a lattice with these sections, which `dot -Tdot` wrote into `layout`, on

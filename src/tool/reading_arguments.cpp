@@ -27,7 +27,7 @@ void addReadingOptions(CLI::App& command, ReadingOptions& options) {
           },
           "Table of the words that numbers in Kaldi's or OpenFst's files stand for")
       ->type_name("FILE");
-  group->add_option("--utterance", options.utterance, "The lattice of this name (the first)")
+  group->add_option("--utterance", options.utterance, "Of an archive only the lattice of this name")
       ->type_name("NAME");
   group
       ->add_option("--frame-shift", options.frameShift,
